@@ -1,0 +1,20 @@
+# discbook_room(<name> SOURCES <files…> USES <targets…>)
+#
+# A room is a folder of src/ and a static library of the same name. Its headers are found only by rooms that name it under
+# USES, so an include that goes up or sideways does not build.
+function(discbook_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;USES" ${ARGN})
+  add_library(discbook_${name} STATIC ${ROOM_SOURCES})
+  target_include_directories(discbook_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(discbook_${name} PUBLIC ${ROOM_USES} PRIVATE discbook_options)
+endfunction()
+
+# discbook_test(<name> SOURCES <files…> USES <targets…>): a Qt Test program, run without a display.
+function(discbook_test name)
+  cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES})
+  target_link_libraries(${name} PRIVATE ${TEST_USES} Qt6::Test discbook_options)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_ACCESSIBILITY=0;LC_ALL=C.UTF-8" TIMEOUT 300)
+endfunction()

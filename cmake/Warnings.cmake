@@ -1,0 +1,17 @@
+# Compiler settings that every target of the project shares.
+add_library(discbook_options INTERFACE)
+target_compile_definitions(discbook_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+
+if(MSVC)
+  target_compile_options(discbook_options INTERFACE /W4 /utf-8 /permissive- $<$<BOOL:${DISCBOOK_WERROR}>:/WX>)
+else()
+  target_compile_options(discbook_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${DISCBOOK_WERROR}>:-Werror>)
+endif()
+
+if(DISCBOOK_SANITIZE)
+  target_compile_options(discbook_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(discbook_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,45 @@
+# Shared by the scripts of this folder: where the project is, and how its packages come onto a Debian or Ubuntu machine.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpugixml-dev libchm-dev fp-utils python3)
+run_packages=(fonts-dejavu-core)
+headless_packages=(xvfb xdotool imagemagick)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# Installs those of the named packages that are missing; says which. Elsewhere than on Debian and Ubuntu it only goes on.
+install_missing() {
+    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || return 0
+    local package status missing=()
+    for package in "$@"; do
+        status=$(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null) || status=
+        [[ $status == ii* ]] || missing+=("$package")
+    done
+    ((${#missing[@]})) || return 0
+    local as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null || { say "Please install as root: ${missing[*]}"; return 1; }
+        as_root=(sudo)
+    fi
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq >&2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+# Configures a preset when it has not been, and builds it.
+build_preset() {
+    local preset=$1 log
+    shift
+    cd "$root"
+    if [[ ! -f build/$preset/build.ninja ]]; then
+        log=$(mktemp)
+        if ! cmake --preset "$preset" >"$log" 2>&1; then
+            cat "$log" >&2
+            rm -f "$log"
+            return 1
+        fi
+        rm -f "$log"
+    fi
+    cmake --build --preset "$preset" "$@" >&2
+}

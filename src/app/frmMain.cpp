@@ -1,0 +1,384 @@
+#include "frmMain.h"
+
+#include "commandline.h"
+#include "detailpanel.h"
+#include "dialogcommands.h"
+#include "failures.h"
+#include "listingcommands.h"
+#include "listkinds.h"
+#include "mainkeys.h"
+#include "modConvertTo12.h"
+#include "modGlobal.h"
+#include "modHelp.h"
+#include "optionsmenu.h"
+#include "paths.h"
+#include "prompts.h"
+#include "recentmenu.h"
+#include "treemouse.h"
+#include "twips.h"
+#include "waitcursor.h"
+#include "websourcesmenu.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QTreeView>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kModule = "frmMain";
+constexpr auto kPositionSection = "Main"_L1;
+
+/// The window's design size, also the smallest it can have, in pixels.
+constexpr QSize kDesignSize{900, 620};
+/// Smallest size when the window runs without size limits, in twips.
+constexpr QSize kSmallestSize{9000, 7710};
+
+// Form_Resize, in twips.
+constexpr int kTreeMargin = 120;
+constexpr int kTreeBottomMargin = 360;
+constexpr int kFrameWidth = 6000;
+
+QIcon ProgramIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(u":/icons/discbook-%1.png"_s.arg(size));
+    return icon;
+}
+
+} // namespace
+
+frmMain::frmMain(UserPrompts &prompts, StartUp startUp)
+    : m_prompts(prompts),
+      m_startUp(std::move(startUp)),
+      m_settings(prompts),
+      m_formats(prompts),
+      m_types(m_settings),
+      m_tree(m_document, m_formats, m_types, m_options),
+      m_recent(m_settings),
+      m_files(m_document, m_recent, prompts, *this),
+      m_menu(*menuBar()),
+      m_recentMenu(new RecentMenu(*m_menu.mnuFile, *m_menu.mnuFileDashMRU, *m_menu.mnuFileDashExit, m_recent)),
+      m_webSourcesMenu(new WebSourcesMenu(*m_menu.mnuWebSources, *m_menu.mnuWebSourcesDash)),
+      m_dialogs(new DialogCommands({m_document, m_tree, m_formats, m_types, m_settings, m_limits, m_prompts}, *this))
+{
+    setObjectName("frmMain"_L1);
+    setWindowTitle(ApplicationTitle());
+    setWindowIcon(ProgramIcon());
+    MakeControls();
+    ConnectCommands();
+    m_files.SetConverter([this](const QString &catalog, const QString &user) {
+        std::optional<WaitCursor> wait;
+        const auto working = [&wait](bool starts) {
+            if (starts)
+                wait.emplace();
+            else
+                wait.reset();
+        };
+        return ConvertFileTo12(catalog, user, m_prompts, {.working = working, .stepDone = {}});
+    });
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::MakeControls()
+{
+    auto *client = new QWidget(this);
+    client->installEventFilter(this);
+    setCentralWidget(client);
+
+    trv = new QTreeView(client);
+    trv->setObjectName("trv"_L1);
+    trv->setAccessibleName(tr("Listings"));
+    trv->setHeaderHidden(true);
+    trv->setUniformRowHeights(true);
+    trv->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    trv->setModel(&m_tree.Model());
+
+    fra = new DetailPanel(m_document, m_tree, m_formats, m_types, *trv, client);
+    m_commands = std::make_unique<ListingCommands>(m_document, m_tree, m_types, *fra, *trv, m_prompts);
+    m_keys = std::make_unique<MainKeys>(*trv, m_tree.Model(), *m_menu.mnuEditCopyListing, *m_menu.mnuEditDeleteListing);
+    m_mouse = std::make_unique<TreeMouse>(*trv, m_tree.Model(), m_formats, *fra);
+    m_optionsMenu = new OptionsMenu(m_menu, m_settings, m_options, m_types, m_tree, *trv);
+    resize(kDesignSize);
+}
+
+void frmMain::ConnectCommands()
+{
+    ConnectFileMenu();
+    ConnectEditMenu();
+    ConnectDialogs();
+
+    connect(m_optionsMenu, &OptionsMenu::reloadWanted, this, [this] { LoadShows(); });
+    connect(m_optionsMenu, &OptionsMenu::typesChosen, this, &frmMain::ReloadTypes);
+    connect(m_webSourcesMenu, &WebSourcesMenu::chosen, this, [this](const QString &address) {
+        m_prompts.OpenWithDefaultProgram(address);
+    });
+    connect(fra, &DetailPanel::listingSelected, this, &frmMain::EnableListingCommands);
+    connect(m_commands.get(), &ListingCommands::shownCountChanged, this, [this] { UpdateCaption(); });
+    connect(trv, &QTreeView::collapsed, this, &frmMain::trv_Collapse);
+    connect(trv, &QTreeView::expanded, this, &frmMain::trv_Expand);
+    EnableListingCommands(false);
+}
+
+void frmMain::ConnectFileMenu()
+{
+    OnClick(m_menu.mnuFileNewSource, [this] { m_commands->mnuFileNewSource_Click(); });
+    OnClick(m_menu.mnuFileNewCatalog, [this] { m_files.mnuFileNewCatalog_Click(); });
+    OnClick(m_menu.mnuFileOpenCatalog, [this] { m_files.mnuFileOpenCatalog_Click(); });
+    OnClick(m_menu.mnuFileSave, [this] { m_files.mnuFileSave_Click(); });
+    OnClick(m_menu.mnuFileMakeCatalogShortcut, [this] { m_dialogs->mnuFileMakeCatalogShortcut_Click(); });
+    OnClick(m_menu.mnuFileExit, [this] { close(); });
+    connect(m_recentMenu, &RecentMenu::chosen, this, [this](const QString &path) { m_files.mnuFileMRU_Click(path); });
+    connect(&m_document, &CatalogDocument::changedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
+    m_menu.mnuFileSave->setEnabled(false);
+}
+
+void frmMain::ConnectEditMenu()
+{
+    OnClick(m_menu.mnuEditSearch, [this] { m_dialogs->mnuEditSearch_Click(); });
+    OnClick(m_menu.mnuEditSelectAll, [this] { m_commands->mnuEditSelectAll_Click(); });
+    OnClick(m_menu.mnuEditCopyListing, [this] { m_commands->mnuEditCopyListing_Click(); });
+    OnClick(m_menu.mnuEditDeleteListing, [this] { m_commands->mnuEditDeleteListing_Click(); });
+    OnClick(m_menu.mnuEditRefresh, [this] { LoadShows(); });
+}
+
+void frmMain::ConnectDialogs()
+{
+    for (size_t i = 0; i < m_menu.mnuListType.size(); ++i)
+        OnClick(m_menu.mnuListType[i], [this, i] { m_dialogs->mnuListType_Click(static_cast<ListKind>(i)); });
+    OnClick(m_menu.mnuViewAsWebPage, [this] { m_dialogs->mnuViewAsWebPage_Click(); });
+    OnClick(m_menu.mnuOptionsSetupTypes, [this] { m_dialogs->mnuOptionsSetupTypes_Click(); });
+    OnClick(m_menu.mnuWebSourcesSetup, [this] { m_dialogs->mnuWebSourcesSetup_Click(); });
+    OnClick(m_menu.mnuHelpContents, [this] { m_dialogs->mnuHelpContents_Click(); });
+    OnClick(m_menu.mnuHelpAbout, [this] { m_dialogs->mnuHelpAbout_Click(); });
+
+    connect(m_dialogs, &DialogCommands::searchStarts, this, [this] {
+        m_tree.Model().Clear();
+        ShowHideInfoFrame(false);
+    });
+    connect(m_dialogs, &DialogCommands::searchFinished, this, &frmMain::ShowLoadedTree);
+    connect(m_dialogs, &DialogCommands::nothingFound, this, [this] { LoadShows(); });
+    connect(m_dialogs, &DialogCommands::typesSetUp, this, [this] {
+        ReloadTypes();
+        m_document.SetChanged(true);
+    });
+    connect(m_dialogs, &DialogCommands::webSourcesSetUp, this, [this] {
+        LoadWebSources();
+        m_document.SetChanged(true);
+    });
+}
+
+template<class Command>
+void frmMain::OnClick(QAction *item, Command &&command)
+{
+    connect(item, &QAction::triggered, this, std::forward<Command>(command));
+}
+
+void frmMain::Form_Load()
+{
+    const auto step = [](auto &&work) { Guarded(kModule, "Form_Load", work); };
+    step([this] {
+        if (m_startUp.sizeLimits)
+            m_limits.AddLimits(*this, width(), height(), 0, 0, true);
+    });
+    step([this] { FindHelpFile(); });
+    step([this] { m_settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s)); });
+    step([this] {
+        m_optionsMenu->LoadSettings();
+        m_menu.AddShortcutTexts();
+    });
+    step([this] { m_formats.LoadFormats(); });
+    step([this] {
+        EnableCatalogMenus(false);
+        m_recent.Load();
+    });
+    step([this] { OpenFirstCatalog(); });
+    step([this] {
+        ShowHideInfoFrame(false);
+        LoadFormPosition(*this, kPositionSection, m_settings);
+    });
+}
+
+void frmMain::FindHelpFile()
+{
+    if (QFileInfo::exists(HelpFilePath()))
+        return;
+    const QString name = ExecutableName() + u".chm"_s;
+    m_menu.mnuHelpContents->setEnabled(false);
+    m_prompts.Message(
+        name + u" was not found.  No help is available."_s, u"No help file"_s, UserPrompts::Icon::Information);
+}
+
+void frmMain::OpenFirstCatalog()
+{
+    QString path = CatalogFromCommandLine(m_startUp.arguments);
+    if (path.isEmpty() && m_menu.mnuOptionsOpenMRUOnStartup->isChecked())
+        path = m_settings.ReadString(u"MRU"_s, u"0"_s);
+    if (!path.isEmpty())
+        m_files.OpenCatalog(path);
+}
+
+bool frmMain::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_activated) {
+        m_activated = true;
+        Form_Activate();
+    }
+    return QMainWindow::event(event);
+}
+
+void frmMain::Form_Activate()
+{
+    Guarded(kModule, "Form_Activate", [this] {
+        if (!m_document.Path().isEmpty() || FilesInFolder(ProgramFolder(), u"*.xml"_s).isEmpty())
+            return;
+        if (const QString path = m_dialogs->SelectCatalog(); !path.isEmpty())
+            m_files.OpenCatalog(path);
+    });
+}
+
+bool frmMain::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && watched == centralWidget())
+        Form_Resize();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(Form_Unload());
+}
+
+bool frmMain::Form_Unload()
+{
+    const auto mayClose = Guarded(kModule, "Form_Unload", [this] { return m_files.OfferToSave(); });
+    if (!mayClose.value_or(false))
+        return false;
+    Guarded(kModule, "Form_Unload", [this] {
+        SaveFormPosition(*this, kPositionSection, m_settings);
+        m_limits.RemoveAllLimits();
+    });
+    return true;
+}
+
+void frmMain::Form_Resize()
+{
+    Guarded(kModule, "Form_Resize", [this] {
+        if (isMinimized())
+            return;
+        if (!m_startUp.sizeLimits)
+            KeepSmallestSize();
+        const int margin = PixelsFromTwips(kTreeMargin);
+        const int frameWidth = PixelsFromTwips(kFrameWidth);
+        const int height = centralWidget()->height() - margin - PixelsFromTwips(kTreeBottomMargin);
+        const int frameLeft = centralWidget()->width() - margin - frameWidth;
+        fra->setGeometry(frameLeft, margin, frameWidth, height);
+        trv->setGeometry(margin, margin, frameLeft - 2 * margin, height);
+    });
+}
+
+void frmMain::KeepSmallestSize()
+{
+    const QSize smallest(PixelsFromTwips(kSmallestSize.width()), PixelsFromTwips(kSmallestSize.height()));
+    const QSize wanted = size().expandedTo(smallest);
+    if (wanted != size())
+        resize(wanted);
+}
+
+void frmMain::ShowHideInfoFrame(bool show)
+{
+    fra->ShowHideInfoFrame(show);
+}
+
+void frmMain::EnableCatalogMenus(bool enable)
+{
+    trv->setEnabled(enable);
+    for (QMenu *menu : {m_menu.mnuEdit, m_menu.mnuOptions, m_menu.mnuView, m_menu.mnuWebSources})
+        menu->setEnabled(enable);
+    // The key of a command works although its menu is disabled, so those that have one are switched themselves.
+    for (QAction *item :
+         {m_menu.mnuFileNewSource, m_menu.mnuFileMakeCatalogShortcut, m_menu.mnuEditSearch, m_menu.mnuEditRefresh})
+        item->setEnabled(enable);
+}
+
+void frmMain::LoadTypeMenu()
+{
+    m_types.LoadTypeMenu(FileTitle(m_document.Path()), m_document.Types());
+}
+
+void frmMain::ReloadTypes()
+{
+    LoadTypeMenu();
+    LoadShows();
+}
+
+void frmMain::LoadShows()
+{
+    const WaitCursor wait;
+    m_tree.LoadShows();
+    ShowLoadedTree();
+}
+
+void frmMain::ShowLoadedTree()
+{
+    trv->setCurrentIndex(m_tree.Model().index(0, 0));
+    RefillPanel();
+    UpdateCaption();
+}
+
+void frmMain::LoadWebSources()
+{
+    Guarded(kModule, "LoadWebSources", [this] { m_webSourcesMenu->Load(m_document.WebSources()); });
+}
+
+void frmMain::UpdateCaption()
+{
+    QString caption = ApplicationTitle();
+    if (trv->isEnabled())
+        caption += u": "_s + FileTitle(m_document.Path());
+    if (const qsizetype shown = m_tree.ShownCount(); shown > 0)
+        caption += u" (Showing %1 Items)"_s.arg(shown);
+    setWindowTitle(caption);
+}
+
+void frmMain::RefillPanel()
+{
+    fra->trv_NodeClick(trv->currentIndex());
+}
+
+void frmMain::EnableListingCommands(bool listing)
+{
+    // Nothing is copied or deleted through a filtered view.
+    const bool unfiltered = m_options.filter == ViewFilter::All;
+    m_menu.mnuEditSelectAll->setEnabled(listing);
+    m_menu.mnuEditCopyListing->setEnabled(listing && unfiltered);
+    m_menu.mnuEditDeleteListing->setEnabled(listing && unfiltered);
+}
+
+void frmMain::FocusTree()
+{
+    if (trv->isEnabled())
+        trv->setFocus();
+}
+
+void frmMain::trv_Collapse(const QModelIndex &node)
+{
+    ChangeGroupPicture(node, u"Open"_s, u"Closed"_s);
+}
+
+void frmMain::trv_Expand(const QModelIndex &node)
+{
+    ChangeGroupPicture(node, u"Closed"_s, u"Open"_s);
+}
+
+void frmMain::ChangeGroupPicture(const QModelIndex &node, const QString &from, const QString &to)
+{
+    BrowseTree::Group *group = m_tree.Model().GroupAt(node);
+    if (group && group->picture == from)
+        m_tree.Model().SetPicture(*group, to);
+}

@@ -1,0 +1,215 @@
+#include "browsetree.h"
+
+#include "catalogdocument.h"
+#include "failures.h"
+#include "modXMLSubs.h"
+#include "numbers.h"
+#include "showntypes.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kModule = "frmMain";
+constexpr auto kTotalsGap = "       "_L1;
+
+/// A fixed type with a group of its own. Concerts have one group a year instead.
+struct FixedGroup
+{
+    QStringView typeName;
+    ShownTypes::FixedType type;
+    QStringView key;
+    QStringView picture;
+};
+
+constexpr std::array kFixedGroups{
+    FixedGroup{u"Album", ShownTypes::Album, u"Albums", u"CD"},
+    FixedGroup{u"Bootleg", ShownTypes::Bootleg, u"Bootlegs", u"CD"},
+    FixedGroup{u"Interview", ShownTypes::Interview, u"Interviews", u"Interview"},
+    FixedGroup{u"Outtakes", ShownTypes::Outtakes, u"Outtakes", u"Music"},
+    FixedGroup{u"Video", ShownTypes::Video, u"Videos", u"Video"},
+};
+
+/// Ends a load in every path, so that what was added is shown even when a later listing failed.
+class LoadScope
+{
+public:
+    explicit LoadScope(BrowseTreeModel &model) : m_model(model) { m_model.BeginLoad(); }
+    ~LoadScope() { m_model.EndLoad(); }
+    LoadScope(const LoadScope &) = delete;
+    LoadScope &operator=(const LoadScope &) = delete;
+
+private:
+    BrowseTreeModel &m_model;
+};
+
+} // namespace
+
+BrowseTree::BrowseTree(
+    CatalogDocument &document, FormatRegistry &formats, ShownTypes &types, const ViewOptions &options)
+    : m_document(document),
+      m_formats(formats),
+      m_types(types),
+      m_options(options),
+      m_model(formats.Pictures())
+{
+    connect(&document, &CatalogDocument::aboutToBeReplaced, &m_model, &BrowseTreeModel::Clear);
+    connect(&document, &CatalogDocument::listingAboutToBeRemoved, this, &BrowseTree::Forget);
+}
+
+bool BrowseTree::LoadShows()
+{
+    return Guarded(kModule, "LoadShows", [this] {
+        std::vector<pugi::xml_node> listings;
+        listings.reserve(static_cast<size_t>(m_document.NumberOfListings()));
+        for (const pugi::xml_node listing : m_document.Catalog().children("Item"))
+            listings.push_back(listing);
+        LoadShowList(listings);
+    });
+}
+
+bool BrowseTree::LoadShowList(const std::vector<pugi::xml_node> &listings)
+{
+    const LoadScope load(m_model);
+    const bool added = AddListings(listings);
+    for (const auto &group : m_model.Groups())
+        AddYearCount(*group);
+    return added;
+}
+
+bool BrowseTree::AddListings(const std::vector<pugi::xml_node> &listings)
+{
+    const auto added = Guarded(kModule, "LoadShowList", [&] {
+        return std::ranges::all_of(
+            listings, [this](pugi::xml_node listing) { return AddShowToTree(listing).has_value(); });
+    });
+    return added.value_or(false);
+}
+
+std::optional<BrowseTree::Listing *> BrowseTree::AddShowToTree(pugi::xml_node listing)
+{
+    using Result = std::optional<Listing *>;
+    const auto place = [&]() -> Result {
+        const std::optional<Group *> group = VerifyParentNode(listing);
+        if (!group)
+            return std::nullopt;
+        if (!*group)
+            return nullptr;
+        const bool wrongDate = ReadNumber(listing, "WrongDate") != 0;
+        if (wrongDate && !m_options.showWrongDate)
+            return nullptr;
+        const QString format = ReadAttribute(listing, "Format");
+        const FormatKind kind = m_formats.FormatClass(format);
+        if (!IsShownByFilter(kind))
+            return nullptr;
+        const QString picture = m_formats.GetShowImageKey(format, wrongDate);
+        return &m_model.AddListing(**group, listing, ReadAttribute(listing, "ID"), picture);
+    };
+    return Guarded(kModule, "AddShowToTree", place).value_or(std::nullopt);
+}
+
+bool BrowseTree::IsShownByFilter(FormatKind kind) const
+{
+    switch (m_options.filter) {
+    case ViewFilter::All:
+        return true;
+    case ViewFilter::LosslessOnly:
+        return kind == FormatKind::Lossless;
+    case ViewFilter::LossyOnly:
+        return kind == FormatKind::Lossy;
+    case ViewFilter::NeedLossless:
+        return kind != FormatKind::Lossless;
+    case ViewFilter::DoNotHave:
+        return kind == FormatKind::Unknown;
+    }
+    return true;
+}
+
+std::optional<BrowseTree::Group *> BrowseTree::VerifyParentNode(pugi::xml_node listing)
+{
+    return Guarded(kModule, "VerifyParentNode", [&] { return GroupFor(listing); }).value_or(std::nullopt);
+}
+
+std::optional<BrowseTree::Group *> BrowseTree::GroupFor(pugi::xml_node listing)
+{
+    const QString typeName = ReadAttribute(listing, "Type");
+    if (typeName.isEmpty() || typeName == "Concert"_L1) {
+        if (!m_types.IsShown(ShownTypes::Concert))
+            return nullptr;
+        const QString year = NumberText(ReadNumber(listing, "Year"));
+        return AddNode(u'y' + year, year, u"Closed"_s);
+    }
+    const auto *fixed = std::ranges::find(kFixedGroups, QStringView(typeName), &FixedGroup::typeName);
+    if (fixed == kFixedGroups.end())
+        return GroupOfOwnType(typeName);
+    if (!m_types.IsShown(fixed->type))
+        return nullptr;
+    return AddNode(fixed->key.toString(), fixed->key.toString(), fixed->picture.toString());
+}
+
+std::optional<BrowseTree::Group *> BrowseTree::GroupOfOwnType(const QString &typeName)
+{
+    int type = m_types.Find(typeName);
+    if (type < 0) {
+        m_document.AppendType(typeName);
+        type = m_types.AddTypeMenuItem(typeName);
+    }
+    if (!m_types.IsShown(type))
+        return nullptr;
+    return AddNode(typeName, typeName, u"Closed"_s);
+}
+
+std::optional<BrowseTree::Group *> BrowseTree::AddNode(const QString &key, const QString &text, const QString &picture)
+{
+    return Guarded(kModule, "AddNode", [&] { return &m_model.AddGroup(key, text, picture); });
+}
+
+void BrowseTree::AddYearCount(Group &group)
+{
+    if (!m_options.showYearTotals)
+        return;
+    Guarded(kModule, "AddYearCount", [&] {
+        int lossless = 0;
+        int lossy = 0;
+        int all = 0;
+        for (const auto &listing : group.listings) {
+            if (listing->picture == "WrongDate"_L1)
+                continue;
+            ++all;
+            if (listing->picture == "Unchecked"_L1)
+                continue;
+            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(listing->picture));
+            ++(kind == FormatKind::Lossless ? lossless : lossy);
+        }
+        const QString name = group.text.section(kTotalsGap, 0, 0);
+        m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));
+    });
+}
+
+void BrowseTree::RemoveYearCount(Group &group)
+{
+    m_model.SetText(group, group.text.section(u' ', 0, 0));
+}
+
+void BrowseTree::UpdateListName(Listing &listing)
+{
+    Guarded(kModule, "UpdateListName", [&] {
+        const std::optional<Group *> group = VerifyParentNode(listing.element);
+        if (!group)
+            return;
+        Group &oldGroup = *listing.group;
+        m_model.PlaceListing(listing, *group ? **group : oldGroup);
+        if (oldGroup.listings.empty())
+            m_model.RemoveGroup(oldGroup);
+    });
+}
+
+void BrowseTree::Forget(pugi::xml_node listing)
+{
+    Listing *node = m_model.FindListing(ReadAttribute(listing, "ID"));
+    if (node && node->element == listing)
+        m_model.RemoveListing(*node);
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "browsetreemodel.h"
+#include "formatregistry.h"
+#include "viewoptions.h"
+
+#include <QObject>
+
+#include <optional>
+#include <vector>
+
+class CatalogDocument;
+class ShownTypes;
+
+/// Keeps the tree in step with the catalog: fills it, places single listings, follows edits and writes the totals.
+/// Which listings are shown is read from the view options and the shown types each time.
+class BrowseTree : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Group = BrowseTreeModel::Group;
+    using Listing = BrowseTreeModel::Listing;
+
+    /// All must outlive the tree.
+    BrowseTree(CatalogDocument &document, FormatRegistry &formats, ShownTypes &types, const ViewOptions &options);
+
+    BrowseTreeModel &Model() { return m_model; }
+    const BrowseTreeModel &Model() const { return m_model; }
+
+    /// Rebuilds the whole tree from the document. False when that failed and was reported.
+    bool LoadShows();
+    /// Rebuilds the tree from these listings alone, and finishes it like a full load.
+    bool LoadShowList(const std::vector<pugi::xml_node> &listings);
+
+    /// Places one listing. A null pointer when it is not to be shown; nothing when that failed and was reported.
+    std::optional<Listing *> AddShowToTree(pugi::xml_node listing);
+
+    /// Makes sure that a listing's group exists. A null pointer when its type is not to be shown; nothing when that
+    /// failed and was reported. A type that is new to the catalog becomes a Type element and an item of the shown
+    /// types.
+    std::optional<Group *> VerifyParentNode(pugi::xml_node listing);
+
+    /// Writes a group's totals ("lossless / lossy / all") behind its name, while totals are shown.
+    void AddYearCount(Group &group);
+    /// Takes the totals off again: the text up to its first blank.
+    void RemoveYearCount(Group &group);
+
+    /// Brings a listing's label, place and group in line with its element after an edit.
+    void UpdateListName(Listing &listing);
+
+    qsizetype ShownCount() const { return m_model.NumberOfListings(); }
+
+private:
+    bool AddListings(const std::vector<pugi::xml_node> &listings);
+    std::optional<Group *> GroupFor(pugi::xml_node listing);
+    std::optional<Group *> GroupOfOwnType(const QString &typeName);
+    std::optional<Group *> AddNode(const QString &key, const QString &text, const QString &picture);
+    bool IsShownByFilter(FormatKind kind) const;
+    void Forget(pugi::xml_node listing);
+
+    CatalogDocument &m_document;
+    FormatRegistry &m_formats;
+    ShownTypes &m_types;
+    const ViewOptions &m_options;
+    BrowseTreeModel m_model;
+};

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "picturelist.h"
+
+#include <pugixml.hpp>
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The tree of groups and listings as a model: two levels, every node found by its key, groups and listings in text
+/// order.
+///
+/// Keys of groups and keys of listings ("s" + ID) are two spaces, so a type called "s5" is never taken for a listing.
+/// The label of a listing is read from its element whenever it is shown; the model keeps only the key by which it
+/// sorts.
+///
+/// A bulk load builds aside (BeginLoad, EndLoad) and shows the result in one reset with each group sorted once; outside
+/// of it, every operation is one row's worth of work.
+class BrowseTreeModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    struct Group;
+
+    struct Listing
+    {
+        pugi::xml_node element;
+        QString id;
+        QString picture; ///< picture key
+        std::string sortKey;
+        Group *group = nullptr;
+        quint32 order = 0; ///< equal labels stand in the order in which they came
+    };
+
+    struct Group
+    {
+        QString key;
+        QString text; ///< with its totals, once they are written
+        QString picture;
+        std::string sortKey;
+        quint32 order = 0;
+        int row = 0;
+        std::vector<std::unique_ptr<Listing>> listings;
+    };
+
+    enum Role {
+        PictureRole = Qt::UserRole, ///< picture key
+        KeyRole,                    ///< node key
+    };
+
+    /// Labels longer than this are cut where they are shown, so that a line of megabytes does not stop the window.
+    static constexpr qsizetype kShownLabelLength = 2000;
+
+    /// `pictures` must outlive the model.
+    explicit BrowseTreeModel(const PictureList &pictures);
+    ~BrowseTreeModel() override;
+
+    /// Removes all nodes.
+    void Clear();
+
+    /// From here to EndLoad, nodes are added aside and the tree is empty.
+    void BeginLoad();
+    /// Sorts what was added and shows it.
+    void EndLoad();
+
+    /// The group with that key, added with text and picture when there is none.
+    Group &AddGroup(const QString &key, const QString &text, const QString &picture);
+    /// Adds a listing under a group. Gives the existing node when its ID is in the tree already.
+    Listing &AddListing(Group &group, pugi::xml_node element, const QString &id, const QString &picture);
+
+    /// Puts a listing where its label now belongs, in its own group or another.
+    void PlaceListing(Listing &listing, Group &group);
+    void RemoveListing(Listing &listing);
+    void RemoveGroup(Group &group);
+    void SetPicture(Listing &listing, const QString &picture);
+    void SetPicture(Group &group, const QString &picture);
+    void SetText(Group &group, const QString &text);
+
+    Group *FindGroup(const QString &key) const;
+    Listing *FindListing(const QString &id) const;
+    /// Groups in tree order; during a load, those added so far.
+    const std::vector<std::unique_ptr<Group>> &Groups() const { return m_nodes.groups; }
+    qsizetype NumberOfListings() const { return m_nodes.listingsById.size(); }
+
+    /// The group or listing behind an index; null for the other kind.
+    Group *GroupAt(const QModelIndex &index) const;
+    Listing *ListingAt(const QModelIndex &index) const;
+    QModelIndex IndexOf(const Group &group) const;
+    QModelIndex IndexOf(const Listing &listing) const;
+
+    /// "s" + ID for a listing, the group's key for a group, "" for no node.
+    QString NodeKey(const QModelIndex &index) const;
+    /// The picture key of a node.
+    QString NodePicture(const QModelIndex &index) const;
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &index) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override { return rowCount(parent) > 0; }
+
+private:
+    struct Nodes
+    {
+        std::vector<std::unique_ptr<Group>> groups;
+        QHash<QString, Group *> groupsByKey;
+        QHash<QString, Listing *> listingsById;
+    };
+
+    int RowOf(const Listing &listing) const;
+    void MoveToGroup(Listing &listing, int oldRow, Group &group, std::string sortKey);
+    void MoveWithinGroup(Listing &listing, int oldRow, std::string sortKey);
+    void RenumberGroups(size_t from);
+
+    const PictureList &m_pictures;
+    Nodes m_nodes;
+    bool m_loading = false;
+    quint32 m_nextOrder = 0;
+};

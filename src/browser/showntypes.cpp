@@ -1,0 +1,63 @@
+#include "showntypes.h"
+
+#include "clsINI.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString SettingKey(const QString &typeName)
+{
+    return u"Show-"_s + typeName;
+}
+
+} // namespace
+
+ShownTypes::ShownTypes(clsINI &settings) : m_settings(settings)
+{
+    LoadTypeMenu({}, {});
+}
+
+void ShownTypes::LoadTypeMenu(const QString &catalogName, const QStringList &catalogTypes)
+{
+    m_catalogName = catalogName;
+    m_types.clear();
+    m_positions.clear();
+    for (const QString &name : {u"Album"_s, u"Concert"_s, u"Bootleg"_s, u"Interview"_s, u"Outtakes"_s, u"Video"_s})
+        Append(name);
+    for (const QString &name : catalogTypes)
+        Append(name);
+    emit changed();
+}
+
+int ShownTypes::AddTypeMenuItem(const QString &typeName)
+{
+    Append(typeName);
+    emit changed();
+    return count() - 1;
+}
+
+void ShownTypes::Append(const QString &name)
+{
+    if (!m_positions.contains(name))
+        m_positions.insert(name, count());
+    m_types.push_back({name, m_settings.ReadFlag(m_catalogName, SettingKey(name), true)});
+}
+
+void ShownTypes::Toggle(int index)
+{
+    Type &type = m_types[static_cast<size_t>(index)];
+    type.shown = !type.shown;
+    m_settings.WriteFlag(m_catalogName, SettingKey(type.name), type.shown);
+    emit changed();
+}
+
+QStringList ShownTypes::ShownNames() const
+{
+    QStringList names;
+    for (const Type &type : m_types) {
+        if (type.shown)
+            names.append(type.name);
+    }
+    return names;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class clsINI;
+
+/// The recording types and which of them are shown: six fixed ones, then those of the catalog. The choices are kept in
+/// the settings, in a section named after the catalog. Menu, type box and tree all mirror this list.
+class ShownTypes : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Positions of the fixed types.
+    enum FixedType { Album = 0, Concert = 1, Bootleg = 2, Interview = 3, Outtakes = 4, Video = 5 };
+    static constexpr int kNumberOfFixedTypes = 6;
+
+    /// `settings` must outlive this object.
+    explicit ShownTypes(clsINI &settings);
+
+    /// Builds the list anew: the fixed types, then the catalog's own.
+    void LoadTypeMenu(const QString &catalogName, const QStringList &catalogTypes);
+
+    /// Adds a type at the end and gives its position.
+    int AddTypeMenuItem(const QString &typeName);
+
+    int count() const { return static_cast<int>(m_types.size()); }
+    const QString &Name(int index) const { return m_types[static_cast<size_t>(index)].name; }
+    bool IsShown(int index) const { return m_types[static_cast<size_t>(index)].shown; }
+    /// The position of a type, -1 when it is not in the list. Names are compared exactly, the first match counts.
+    int Find(const QString &typeName) const { return m_positions.value(typeName, -1); }
+
+    /// Shows a hidden type or hides a shown one, and writes the choice to the settings.
+    void Toggle(int index);
+
+    /// The shown types in the order of the list, as the type box offers them.
+    QStringList ShownNames() const;
+
+signals:
+    /// The list or a choice has changed.
+    void changed();
+
+private:
+    struct Type
+    {
+        QString name;
+        bool shown;
+    };
+
+    void Append(const QString &name);
+
+    clsINI &m_settings;
+    QString m_catalogName;
+    std::vector<Type> m_types;
+    QHash<QString, int> m_positions;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "xmlencoding.h"
+
+#include <pugixml.hpp>
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+/// A parsed XML file: its tree and the encoding in which it goes back to disk.
+struct XmlFile
+{
+    std::unique_ptr<pugi::xml_document> document = std::make_unique<pugi::xml_document>();
+    XmlEncoding encoding;
+};
+
+/// Reads a file into a new tree that keeps everything but layout: declaration, comments, instructions, document type,
+/// CDATA sections, and text of blanks inside a field. Nothing when the file cannot be read or is not well-formed XML;
+/// then there is no half tree either.
+std::optional<XmlFile> LoadXml(const QString &path);
+
+/// The same for bytes in memory.
+std::optional<XmlFile> ParseXml(QByteArrayView bytes);
+
+/// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step;
+/// throws ProgramError with the old file untouched when that fails.
+void SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path);

@@ -1,0 +1,88 @@
+#include "xmlfile.h"
+
+#include "atomicfile.h"
+
+#include <exception>
+#include <string_view>
+
+namespace {
+
+constexpr qsizetype kPiece = 256 * 1024;
+
+/// Takes the serialiser's text and writes it in the file's encoding. A failure is kept until Finish(): none goes
+/// through the serialiser.
+class FileWriter final : public pugi::xml_writer
+{
+public:
+    FileWriter(const XmlEncoding &encoding, AtomicFile &file)
+        : m_encoder(encoding),
+          m_isUtf8(encoding.isUtf8()),
+          m_file(file)
+    {
+        m_buffer.reserve(kPiece);
+    }
+
+    void write(const void *data, size_t size) override;
+    void Finish();
+
+private:
+    void Append(std::string_view text);
+    void WriteBuffer();
+
+    XmlEncoder m_encoder;
+    bool m_isUtf8;
+    AtomicFile &m_file;
+    QByteArray m_buffer;
+    std::exception_ptr m_failure;
+};
+
+void FileWriter::write(const void *data, size_t size)
+{
+    if (m_failure)
+        return;
+    try {
+        Append({static_cast<const char *>(data), size});
+        if (m_buffer.size() >= kPiece)
+            WriteBuffer();
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+}
+
+// The document's line ends are LF; a CR is part of a text and would be read back as an LF.
+void FileWriter::Append(std::string_view text)
+{
+    for (size_t end = text.find('\r'); end != text.npos; end = text.find('\r')) {
+        m_buffer.append(text.data(), static_cast<qsizetype>(end)).append("&#13;");
+        text.remove_prefix(end + 1);
+    }
+    m_buffer.append(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void FileWriter::WriteBuffer()
+{
+    if (!m_isUtf8)
+        m_buffer = m_encoder.Encode(m_buffer);
+    m_file.Write(m_buffer.constData(), m_buffer.size());
+    m_buffer.resize(0);
+}
+
+void FileWriter::Finish()
+{
+    if (m_failure)
+        std::rethrow_exception(m_failure);
+    WriteBuffer();
+}
+
+} // namespace
+
+void SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path)
+{
+    AtomicFile file(path);
+    const QByteArray start = XmlEncoder(encoding).Start();
+    file.Write(start.constData(), start.size());
+    FileWriter writer(encoding, file);
+    document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
+    writer.Finish();
+    file.Commit();
+}

@@ -1,0 +1,138 @@
+#include "frmHelp.h"
+
+#include "failures.h"
+#include "helpbrowser.h"
+#include "helpcontents.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QSplitter>
+#include <QStyle>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kModule = "frmHelp";
+constexpr QSize kFirstSize(900, 640);
+constexpr int kContentsWidth = 260;
+
+QUrl AddressOf(const QTreeWidgetItem &item)
+{
+    return item.data(0, Qt::UserRole).toUrl();
+}
+
+} // namespace
+
+frmHelp::frmHelp(const QString &helpFile, UserPrompts &prompts) : m_helpFile(helpFile), m_file(helpFile)
+{
+    setObjectName(u"frmHelp"_s);
+    setWindowTitle(m_file.Title());
+    MakeControls(prompts);
+    MakeActions();
+    LoadContents();
+    resize(kFirstSize);
+}
+
+void frmHelp::ShowTopic(int context)
+{
+    helpPage->setSource(HelpBrowser::PageAddress(m_file.TopicPage(context)));
+}
+
+void frmHelp::MakeControls(UserPrompts &prompts)
+{
+    auto *splitter = new QSplitter(this);
+    trvContents = new QTreeWidget(splitter);
+    trvContents->setObjectName(u"trvContents"_s);
+    trvContents->setAccessibleName(u"Contents"_s);
+    trvContents->setHeaderHidden(true);
+    helpPage = new HelpBrowser(m_file, prompts, splitter);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
+    setCentralWidget(splitter);
+    helpPage->setFocus();
+
+    connect(trvContents, &QTreeWidget::currentItemChanged, this, &frmHelp::Form_ShowItem);
+    connect(trvContents, &QTreeWidget::itemClicked, this, &frmHelp::Form_ShowItem);
+    connect(helpPage, &QTextBrowser::sourceChanged, this, &frmHelp::helpPage_SourceChanged);
+}
+
+void frmHelp::MakeActions()
+{
+    QToolBar *bar = addToolBar(u"Navigation"_s);
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const auto add = [&](const QString &name, const QString &caption, QStyle::StandardPixmap icon) {
+        QAction *action = bar->addAction(style()->standardIcon(icon), caption);
+        action->setObjectName(name);
+        return action;
+    };
+    QAction *back = add(u"mnuBack"_s, u"&Back"_s, QStyle::SP_ArrowBack);
+    QAction *forward = add(u"mnuForward"_s, u"&Forward"_s, QStyle::SP_ArrowForward);
+    QAction *contents = add(u"mnuContents"_s, u"&Contents"_s, QStyle::SP_DirHomeIcon);
+    back->setShortcuts(QKeySequence::Back);
+    forward->setShortcuts(QKeySequence::Forward);
+    contents->setShortcut(Qt::ALT | Qt::Key_Home);
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(back, &QAction::triggered, helpPage, &QTextBrowser::backward);
+    connect(forward, &QAction::triggered, helpPage, &QTextBrowser::forward);
+    connect(helpPage, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(helpPage, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    connect(contents, &QAction::triggered, helpPage, &QTextBrowser::home);
+
+    auto *close = new QAction(this);
+    close->setShortcut(Qt::Key_Escape);
+    connect(close, &QAction::triggered, this, &frmHelp::close);
+    addAction(close);
+}
+
+void frmHelp::LoadContents()
+{
+    std::vector<QTreeWidgetItem *> parents{trvContents->invisibleRootItem()};
+    for (const HelpTopic &topic :
+         ReadHelpContents(QString::fromUtf8(m_file.Read(m_file.ContentsFile()).value_or(QByteArray())))) {
+        parents.resize(qMin(parents.size(), static_cast<size_t>(topic.level) + 1));
+        auto *item = new QTreeWidgetItem(parents.back(), {topic.title});
+        if (!topic.page.isEmpty())
+            item->setData(0, Qt::UserRole, HelpBrowser::PageAddress(topic.page));
+        parents.push_back(item);
+    }
+    trvContents->expandAll();
+}
+
+void frmHelp::Form_ShowItem(QTreeWidgetItem *item)
+{
+    Guarded(kModule, "Form_ShowItem", [&] {
+        if (!m_following && item != nullptr && !AddressOf(*item).isEmpty())
+            helpPage->setSource(AddressOf(*item));
+    });
+}
+
+void frmHelp::helpPage_SourceChanged(const QUrl &source)
+{
+    Guarded(kModule, "helpPage_SourceChanged", [&] {
+        const QScopedValueRollback<bool> following(m_following, true);
+        if (QTreeWidgetItem *item = FindItem(source))
+            trvContents->setCurrentItem(item);
+    });
+}
+
+/// The line of an address; of its page where the place in the page has none.
+QTreeWidgetItem *frmHelp::FindItem(const QUrl &address) const
+{
+    QTreeWidgetItem *ofPage = nullptr;
+    for (QTreeWidgetItemIterator item(trvContents); *item != nullptr; ++item) {
+        if (AddressOf(**item) == address)
+            return *item;
+        if (ofPage == nullptr && AddressOf(**item) == address.adjusted(QUrl::RemoveFragment))
+            ofPage = *item;
+    }
+    return ofPage;
+}

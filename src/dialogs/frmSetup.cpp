@@ -1,0 +1,258 @@
+#include "frmSetup.h"
+
+#include "catalogdocument.h"
+#include "clsResizeLimits.h"
+#include "failures.h"
+#include "modXMLSubs.h"
+#include "paths.h"
+#include "prompts.h"
+#include "showntypes.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kModule = "frmSetup";
+constexpr QSize kFirstSize(420, 300);
+
+bool Same(const QString &left, const QString &right)
+{
+    return left.compare(right, Qt::CaseInsensitive) == 0;
+}
+
+bool HasTextNode(pugi::xml_node element, const QByteArray &text)
+{
+    const auto children = element.children();
+    return std::any_of(children.begin(), children.end(), [&text](pugi::xml_node child) {
+        const bool isText = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+        return isText && text == child.value();
+    });
+}
+
+QPushButton *MakeButton(const QString &name, const QString &caption, QWidget *parent)
+{
+    auto *button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+frmSetup::frmSetup(
+    CatalogDocument &document, const ShownTypes &types, UserPrompts &prompts, clsResizeLimits &limits, QWidget *parent)
+    : QDialog(parent),
+      m_document(document),
+      m_types(types),
+      m_prompts(prompts),
+      m_limits(limits)
+{
+    setObjectName(u"frmSetup"_s);
+    if (parent != nullptr)
+        setWindowIcon(parent->window()->windowIcon());
+    MakeControls();
+    resize(kFirstSize.expandedTo(minimumSizeHint()));
+    m_limits.AddLimits(*this, width(), height(), 0, 0, true);
+}
+
+frmSetup::~frmSetup()
+{
+    m_limits.RemoveFormLimits(*this);
+}
+
+void frmSetup::MakeControls()
+{
+    lst = new QListWidget(this);
+    lst->setObjectName(u"lst"_s);
+    lst->setUniformItemSizes(true);
+    lst->installEventFilter(this);
+    cmdAdd = MakeButton(u"cmdAdd"_s, u"&Add"_s, this);
+    cmdDelete = MakeButton(u"cmdDelete"_s, u"&Delete"_s, this);
+    cmdDelete->setEnabled(false);
+    cmdOK = MakeButton(u"cmdOK"_s, u"OK"_s, this);
+    cmdOK->setDefault(true);
+
+    connect(lst, &QListWidget::currentRowChanged, this, &frmSetup::lst_Click);
+    connect(lst, &QListWidget::itemClicked, this, &frmSetup::lst_Click);
+    connect(lst, &QListWidget::itemDoubleClicked, this, &frmSetup::lst_DblClick);
+    connect(cmdAdd, &QPushButton::clicked, this, &frmSetup::cmdAdd_Click);
+    connect(cmdDelete, &QPushButton::clicked, this, &frmSetup::cmdDelete_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &frmSetup::accept);
+
+    auto *buttons = new QVBoxLayout;
+    buttons->addWidget(cmdAdd);
+    buttons->addWidget(cmdDelete);
+    buttons->addStretch(1);
+    buttons->addWidget(cmdOK);
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(lst, 1);
+    layout->addLayout(buttons);
+}
+
+void frmSetup::Init(Mode mode)
+{
+    switch (mode) {
+    case WebSources:
+        m_elementName = "WebSource";
+        m_noun = u"web source"_s;
+        m_prompt = u"Enter address:"_s;
+        break;
+    case RecordingTypes:
+        m_elementName = "Type";
+        m_noun = u"recording type"_s;
+        m_prompt = u"Enter type:"_s;
+        break;
+    }
+    const QString title = u"Setup "_s + m_noun + u's';
+    setWindowTitle(title);
+    lst->setAccessibleName(title);
+    LoadElements();
+}
+
+void frmSetup::LoadElements()
+{
+    Guarded(kModule, "LoadElements", [this] {
+        for (const pugi::xml_node element : m_document.Catalog().children(m_elementName))
+            lst->addItem(ElementText(element));
+        if (lst->count() > 0)
+            lst->setCurrentRow(0);
+    });
+}
+
+/// Deleting the last entry, which leaves no current one, does not count as a click.
+void frmSetup::lst_Click()
+{
+    if (lst->currentRow() >= 0)
+        cmdDelete->setEnabled(SelectedRow() >= 0);
+}
+
+void frmSetup::lst_DblClick()
+{
+    Guarded(kModule, "lst_DblClick", [this] { Edit(); });
+}
+
+void frmSetup::cmdAdd_Click()
+{
+    Guarded(kModule, "cmdAdd_Click", [this] { Add(); });
+}
+
+void frmSetup::cmdDelete_Click()
+{
+    Guarded(kModule, "cmdDelete_Click", [this] { Delete(); });
+}
+
+bool frmSetup::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == lst && event->type() == QEvent::KeyPress && ListKey(static_cast<QKeyEvent *>(event)->key()))
+        return true;
+    return QDialog::eventFilter(watched, event);
+}
+
+/// What the mouse does in the list, by key. With nothing selected the keys pass on, so that Enter answers OK.
+bool frmSetup::ListKey(int key)
+{
+    if (SelectedRow() < 0)
+        return false;
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F2:
+        lst_DblClick();
+        return true;
+    case Qt::Key_Delete:
+        cmdDelete_Click();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void frmSetup::Add()
+{
+    const QString text = m_prompts.Input(m_prompt, u"New "_s + m_noun, {});
+    if (text.isEmpty() || !IsAllowed(text))
+        return;
+    pugi::xml_node catalog = m_document.Catalog();
+    if (!catalog)
+        throw ProgramError(Failure::Missing, u"The catalog has no Catalog element"_s);
+    SetElementText(catalog.append_child(m_elementName), text);
+    lst->addItem(text);
+    lst->setCurrentRow(lst->count() - 1);
+}
+
+/// Whether a new entry is neither a reserved word nor on the list; says why not.
+bool frmSetup::IsAllowed(const QString &text)
+{
+    const QString quoted = u'"' + text + u'"';
+    for (int i = 0; i < ShownTypes::kNumberOfFixedTypes; ++i) {
+        if (Same(text, m_types.Name(i))) {
+            m_prompts.Message(quoted + u" matches a reserved word and is not allowed."_s, ApplicationTitle());
+            return false;
+        }
+    }
+    for (int row = 0; row < lst->count(); ++row) {
+        if (Same(text, lst->item(row)->text())) {
+            m_prompts.Message(quoted + u" is already on the list."_s, ApplicationTitle());
+            return false;
+        }
+    }
+    return true;
+}
+
+void frmSetup::Edit()
+{
+    const int row = SelectedRow();
+    if (row < 0)
+        return;
+    const QString oldText = lst->item(row)->text();
+    const QString text = m_prompts.Input(m_prompt, u"Edit "_s + m_noun, oldText);
+    if (text.isEmpty())
+        return;
+    SetElementText(FindElement(oldText), text);
+    lst->item(row)->setText(text);
+}
+
+void frmSetup::Delete()
+{
+    const int row = SelectedRow();
+    if (row < 0)
+        return;
+    const auto answer = m_prompts.Message(
+        u"Are you sure you want to remove this "_s + m_noun + u'?', u"Confirmation"_s, UserPrompts::Icon::Question,
+        UserPrompts::Buttons::YesNo);
+    if (answer != UserPrompts::Answer::Yes)
+        return;
+    m_document.Catalog().remove_child(FindElement(lst->item(row)->text()));
+    delete lst->takeItem(row);
+    if (lst->count() > 0)
+        lst->setCurrentRow(0);
+}
+
+int frmSetup::SelectedRow() const
+{
+    const auto selected = lst->selectedItems();
+    return selected.isEmpty() ? -1 : lst->row(selected.first());
+}
+
+/// The first element that holds the text in one piece. An apostrophe would end the text in the query for it.
+pugi::xml_node frmSetup::FindElement(const QString &text) const
+{
+    if (text.contains(u'\''))
+        throw ProgramError(
+            Failure::BadQuery,
+            u"Not an expression: /Catalog/%1[text()='%2']"_s.arg(QString::fromLatin1(m_elementName), text));
+    const QByteArray wanted = ToXml(text);
+    const auto elements = m_document.Catalog().children(m_elementName);
+    const auto found = std::find_if(
+        elements.begin(), elements.end(), [&wanted](pugi::xml_node element) { return HasTextNode(element, wanted); });
+    if (found == elements.end())
+        throw ProgramError(Failure::Missing, u"No such %1: %2"_s.arg(m_noun, text));
+    return *found;
+}

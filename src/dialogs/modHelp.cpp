@@ -1,0 +1,89 @@
+#include "modHelp.h"
+
+#include "failures.h"
+#include "paths.h"
+#include "prompts.h"
+
+#ifdef Q_OS_WIN
+#include <QDir>
+#include <QLibrary>
+
+#include <windows.h>
+#elif defined(DISCBOOK_HELP_WINDOW)
+#include "frmHelp.h"
+
+#include <QApplication>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+#ifdef Q_OS_WIN
+
+void Show(const QString &path, int context, UserPrompts &)
+{
+    using HtmlHelp = HWND(WINAPI *)(HWND, LPCWSTR, UINT, DWORD_PTR);
+    constexpr UINT helpContext = 15;
+    QLibrary control(u"hhctrl.ocx"_s);
+    const auto htmlHelp = reinterpret_cast<HtmlHelp>(control.resolve("HtmlHelpW"));
+    if (htmlHelp == nullptr)
+        throw ProgramError(Failure::Missing, control.errorString());
+    const QString native = QDir::toNativeSeparators(path);
+    htmlHelp(nullptr, reinterpret_cast<LPCWSTR>(native.utf16()), helpContext, static_cast<DWORD_PTR>(context));
+}
+
+#elif defined(DISCBOOK_HELP_WINDOW)
+
+frmHelp *OpenWindow(const QString &path)
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        auto *form = qobject_cast<frmHelp *>(window);
+        if (form != nullptr && form->isVisible() && form->HelpFile() == path)
+            return form;
+    }
+    return nullptr;
+}
+
+/// The window stands for itself beside the main window, but does not keep the program alive.
+frmHelp *MakeWindow(const QString &path, UserPrompts &prompts)
+{
+    auto form = std::make_unique<frmHelp>(path, prompts);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->setAttribute(Qt::WA_QuitOnClose, false);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, form.get(), &QWidget::close);
+    return form.release();
+}
+
+void Show(const QString &path, int context, UserPrompts &prompts)
+{
+    frmHelp *form = OpenWindow(path);
+    if (form == nullptr)
+        form = MakeWindow(path, prompts);
+    form->ShowTopic(context);
+    form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
+    form->show();
+    form->raise();
+    form->activateWindow();
+}
+
+#else
+
+void Show(const QString &path, int, UserPrompts &prompts)
+{
+    prompts.OpenWithDefaultProgram(path);
+}
+
+#endif
+
+} // namespace
+
+QString HelpFilePath()
+{
+    return InFolder(SharedFolder(), ExecutableName() + u".chm"_s);
+}
+
+void ShowHelp(int context, UserPrompts &prompts, const QString &path)
+{
+    Guarded("modHelp", "ShowHelp", [&] { Show(path.isEmpty() ? HelpFilePath() : path, context, prompts); });
+}

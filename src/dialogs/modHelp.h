@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+class UserPrompts;
+
+/// The number of the help file's table of contents.
+inline constexpr int kHelpContents = 1000;
+
+/// The program's help file, whether it is there or not.
+QString HelpFilePath();
+
+/// Shows the topic of a context number in a help file, the program's own when no path is given.
+void ShowHelp(int context, UserPrompts &prompts, const QString &path = {});

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "panelcontrols.h"
+
+#include <pugixml.hpp>
+
+#include <QDate>
+#include <QGroupBox>
+#include <QString>
+
+#include <functional>
+
+class BrowseTree;
+class CatalogDocument;
+class FormatRegistry;
+class QModelIndex;
+class QTreeView;
+class ShownTypes;
+
+/// The right-hand side of the main window: the fields of the selected listing in a frame. Shows the listing that is current
+/// in the tree, and writes every edit into the catalog at once; label, place, picture and totals of its node follow.
+///
+/// Filling the fields writes nothing: only what the user does raises the changed flag.
+class DetailPanel : public QGroupBox, private PanelControls
+{
+    Q_OBJECT
+
+public:
+    using Today = std::function<QDate()>;
+
+    /// The tree's view must show its model already. All must outlive the panel. `today` tells the date that a listing gets
+    /// with its first format.
+    DetailPanel(
+        CatalogDocument &document, BrowseTree &tree, FormatRegistry &formats, const ShownTypes &types, QTreeView &trv,
+        QWidget *parent, Today today = &QDate::currentDate);
+
+    /// Shows a node: fills the panel with a listing, hides its controls for anything else. Runs by itself whenever another
+    /// node becomes current; to be run by hand after the document was changed from outside.
+    void trv_NodeClick(const QModelIndex &node);
+
+    /// Shows or hides every control in the frame; the frame itself stays.
+    void ShowHideInfoFrame(bool show);
+
+    /// The listing shown last; null when it is gone.
+    pugi::xml_node CurrentItem() const { return m_item; }
+    bool IsWrongDate() const;
+
+    /// The row of the format picker.
+    int FormatRow() const;
+    /// Chooses a format by its row in the picker, as the user does there.
+    void SelectFormat(int row);
+    /// Takes the wrong-date mark off, or goes on to the next format; from the last one to none.
+    void StepFormat();
+
+    /// Puts the focus in the type box.
+    void FocusType();
+
+signals:
+    /// A node was clicked: whether it is a listing.
+    void listingSelected(bool listing);
+
+private:
+    void ConnectFields();
+    void ConnectTree(const QTreeView &trv);
+    void FillTypeList();
+
+    void Fill(pugi::xml_node item);
+    void SelectType(const QString &type);
+    void ShowType(const QString &type);
+    void ShowText(QLineEdit &box, const char *attribute) const;
+    void ShowDatePart(QComboBox &box, const char *attribute) const;
+    void ShowDateAdded();
+    void ShowNotes(NoteBox &box, const QString &text) const;
+
+    void SetItemAttribute(const char *name, const QString &value);
+    void UpdateListName();
+    void EditName(const char *attribute, const QString &value);
+    void EditNotes(const char *element, const NoteBox &box);
+    void UpdateShowImage();
+
+    void cboType_Click();
+    void cboYear_Change(const QString &text) { EditName("Year", text); }
+    void cboMonth_Change(const QString &text) { EditName("Month", text); }
+    void cboDay_Change(const QString &text) { EditName("Day", text); }
+    void txtVenue_Change(const QString &text) { EditName("Venue", text); }
+    void txtShow_Change(const QString &text) { EditName("Show", text); }
+    void txtLength_Change(const QString &text) { EditName("Length", text); }
+    void txtSource_Change(const QString &text) { EditName("Source", text); }
+    void txtGrade_Change(const QString &text) { EditName("Grade", text); }
+    void txtSeeder_Change(const QString &text) { EditName("Seeder", text); }
+    void txtStoredIn_Change(const QString &text);
+    void txtSetList_Change() { EditNotes("SetList", *txtSetList); }
+    void txtSetNotes_Change() { EditNotes("Notes", *txtSetNotes); }
+    void txtComment_Change() { EditNotes("Comment", *txtComment); }
+    void chkWrongDate_Click(bool checked);
+    void cmdClearDate_Click();
+    void icbFormat_Click();
+    void icbFormat_Activated();
+    void ClearDate();
+
+    CatalogDocument &m_document;
+    BrowseTree &m_tree;
+    FormatRegistry &m_formats;
+    const ShownTypes &m_types;
+    QTreeView &m_trv;
+    Today m_today;
+
+    pugi::xml_node m_item;
+    bool m_filling = false;
+    bool m_refilling = false;   ///< the listing that is being filled in is the one that is shown
+    bool m_hasConcert = true;   ///< the type has a concert name
+};

@@ -1,0 +1,84 @@
+#include "treemouse.h"
+
+#include "browsetreemodel.h"
+#include "detailpanel.h"
+#include "failures.h"
+#include "formatregistry.h"
+
+#include <QMouseEvent>
+#include <QStyleOptionViewItem>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The caption of a format's menu item: its first letter is the access key, and an "&" in the name is shown.
+QString MenuCaption(const QModelIndex &format)
+{
+    const QString caption = format.data(FormatRegistry::PopupCaptionRole).toString();
+    if (format.row() == 0)
+        return caption;
+    return u'&' + caption.sliced(1).replace(u'&', "&&"_L1);
+}
+
+} // namespace
+
+TreeMouse::TreeMouse(
+    QTreeView &trv, const BrowseTreeModel &model, const FormatRegistry &formats, DetailPanel &panel)
+    : m_trv(trv), m_model(model), m_formats(formats), m_panel(panel)
+{
+    m_popup.setObjectName("mnuPopup"_L1);
+    connect(&m_popup, &QMenu::triggered, this, &TreeMouse::mnuPopupFormat_Click);
+    m_trv.viewport()->installEventFilter(this);
+}
+
+bool TreeMouse::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease && watched == m_trv.viewport())
+        Guarded("frm", "trv_MouseUp", [&] { trv_MouseUp(*static_cast<QMouseEvent *>(event)); });
+    return false;
+}
+
+void TreeMouse::trv_MouseUp(const QMouseEvent &event)
+{
+    if (!m_model.ListingAt(m_trv.currentIndex()))
+        return;
+    if (event.button() == Qt::RightButton)
+        ShowPopup(event.globalPosition().toPoint());
+    else if (event.button() == Qt::LeftButton && IsOnPicture(event.position().toPoint()))
+        m_panel.StepFormat();
+}
+
+bool TreeMouse::IsOnPicture(const QPoint &position) const
+{
+    const QModelIndex node = m_trv.indexAt(position);
+    if (node != m_trv.currentIndex() || !m_model.ListingAt(node))
+        return false;
+    QStyleOptionViewItem option;
+    option.initFrom(&m_trv);
+    option.rect = m_trv.visualRect(node);
+    option.features = QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::HasDisplay;
+    option.decorationAlignment = Qt::AlignCenter;
+    const int side = m_trv.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &m_trv);
+    option.decorationSize = m_trv.iconSize().isValid() ? m_trv.iconSize() : QSize(side, side);
+    const QRect picture = m_trv.style()->subElementRect(QStyle::SE_ItemViewItemDecoration, &option, &m_trv);
+    return position.x() >= picture.left() && position.x() <= picture.right();
+}
+
+void TreeMouse::ShowPopup(const QPoint &globalPosition)
+{
+    m_popup.clear();
+    for (int row = 0; row < m_formats.rowCount(); ++row) {
+        QAction *item = m_popup.addAction(MenuCaption(m_formats.index(row)));
+        item->setData(row);
+        item->setCheckable(true);
+        item->setChecked(row == m_panel.FormatRow());
+    }
+    m_popup.popup(globalPosition);
+}
+
+void TreeMouse::mnuPopupFormat_Click(const QAction *item)
+{
+    Guarded("frm", "mnuPopupFormat_Click", [&] { m_panel.SelectFormat(item->data().toInt()); });
+}

@@ -1,0 +1,133 @@
+#include "formatregistry.h"
+
+#include "paths.h"
+#include "prompts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kSection = "Formats"_L1;
+constexpr auto kLossless = "Lossless"_L1;
+constexpr auto kLossy = "Lossy"_L1;
+
+FormatKind KindOfWord(const QString &classWord)
+{
+    if (classWord == kLossless)
+        return FormatKind::Lossless;
+    return classWord == kLossy ? FormatKind::Lossy : FormatKind::Unknown;
+}
+
+} // namespace
+
+FormatRegistry::FormatRegistry(UserPrompts &prompts) : m_prompts(prompts), m_file(prompts) {}
+
+void FormatRegistry::LoadFormats()
+{
+    beginResetModel();
+    m_entries.clear();
+    m_positions.clear();
+    m_pictures.RemoveFormatPictures();
+    endResetModel();
+
+    m_file.LoadINI(InFolder(ProgramFolder(), u"formats.ini"_s));
+    LoadBitmaps();
+    LoadNamedFormats();
+}
+
+void FormatRegistry::LoadBitmaps()
+{
+    const QString folder = InFolder(ProgramFolder(), u"Formats"_s);
+    for (const QString &file : FilesInFolder(folder, u"*.bmp"_s)) {
+        const QString name = FileTitle(file);
+        m_pictures.AddFormatPicture(name, InFolder(folder, file));
+        AddFormat(name, m_file.ReadString(kSection, name), true);
+    }
+}
+
+void FormatRegistry::LoadNamedFormats()
+{
+    // An answer given on the way replaces a key's value in place, so the keys stay where they are.
+    for (int i = 0; i < m_file.NumberOfKeys(kSection); ++i) {
+        const QString name = m_file.KeyName(kSection, i);
+        if (FindFormat(name) < 0)
+            AddFormat(name, m_file.ReadString(kSection, name), false);
+    }
+}
+
+int FormatRegistry::FindFormat(const QString &name) const
+{
+    return m_positions.value(name, -1);
+}
+
+int FormatRegistry::AddFormat(const QString &name, const QString &classWord, bool hasPicture)
+{
+    const int position = static_cast<int>(m_entries.size());
+    if (!hasPicture)
+        m_pictures.AddCommonPicture(name);
+    // In the list before the question is asked: a question runs an event loop, and nothing may ask for this name again.
+    beginInsertRows({}, position + 1, position + 1);
+    m_entries.push_back({name, KindOfWord(classWord)});
+    m_positions.insert(name, position);
+    endInsertRows();
+    if (classWord.isEmpty())
+        m_entries[static_cast<size_t>(position)].kind = AskClass(name);
+    return position;
+}
+
+FormatKind FormatRegistry::AskClass(const QString &name)
+{
+    const QString question = u"Detected a new format type: %1\r\nIs this a lossless format?"_s.arg(name);
+    const bool lossless =
+        m_prompts.Message(question, u"Unknown format"_s, UserPrompts::Icon::Question, UserPrompts::Buttons::YesNo) ==
+        UserPrompts::Answer::Yes;
+    m_file.WriteValue(kSection, name, lossless ? kLossless : kLossy);
+    return lossless ? FormatKind::Lossless : FormatKind::Lossy;
+}
+
+FormatKind FormatRegistry::FormatClass(const QString &name)
+{
+    if (name.isEmpty())
+        return FormatKind::Unknown;
+    int position = FindFormat(name);
+    if (position < 0)
+        position = AddFormat(name, {}, false);
+    return m_entries[static_cast<size_t>(position)].kind;
+}
+
+QString FormatRegistry::GetShowImageKey(const QString &format, bool wrongDate)
+{
+    if (wrongDate)
+        return u"WrongDate"_s;
+    if (format.isEmpty())
+        return u"Unchecked"_s;
+    if (FindFormat(format) < 0)
+        AddFormat(format, {}, false);
+    return FormatPictureKey(format);
+}
+
+int FormatRegistry::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_entries.size()) + 1;
+}
+
+QVariant FormatRegistry::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (index.row() == 0)
+        return role == PopupCaptionRole ? QVariant(u"<Don't Have>"_s) : QVariant();
+
+    const QString &name = m_entries[static_cast<size_t>(index.row() - 1)].name;
+    switch (role) {
+    case Qt::DisplayRole:
+    case KeyRole:
+        return name;
+    case PopupCaptionRole:
+        return QString(u'&' + name);
+    case Qt::DecorationRole:
+        return m_pictures.Picture(FormatPictureKey(name));
+    default:
+        return {};
+    }
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "clsINI.h"
+#include "picturelist.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QString>
+
+#include <vector>
+
+class UserPrompts;
+
+/// What a format keeps of the sound.
+enum class FormatKind {
+    Unknown = 0, ///< also: no format
+    Lossless = 1,
+    Lossy = 2,
+};
+
+/// Every recording format that the program has met, with its class and picture. Filled at start-up from formats.ini and
+/// the bitmaps of the Formats folder; grows when a listing names a format that is new, which asks the user once.
+///
+/// It is also the list that format picker, search and pop-up menu show: row 0 stands for no format, row i for the i-th
+/// registered one.
+class FormatRegistry : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    enum Role {
+        KeyRole = Qt::UserRole, ///< the format's name, empty in row 0
+        PopupCaptionRole,       ///< the caption of the pop-up menu: "<Don't Have>", or "&" and the name
+    };
+
+    explicit FormatRegistry(UserPrompts &prompts);
+
+    /// Builds the registry from the program's folder. Throws ProgramError when a bitmap or formats.ini cannot be used;
+    /// what was registered up to there stays.
+    void LoadFormats();
+
+    /// Position of the format with exactly that name, -1 when there is none.
+    int FindFormat(const QString &name) const;
+
+    /// Registers a format under a class word of formats.ini ("Lossless", "Lossy"; an empty one asks the user) and gives
+    /// its position.
+    int AddFormat(const QString &name, const QString &classWord, bool hasPicture);
+
+    /// The class of a format; an unknown name is registered first, which asks the user. An empty name has none.
+    FormatKind FormatClass(const QString &name);
+
+    /// The picture key of a listing: "WrongDate", "Unchecked" without a format, else that of the format, which is
+    /// registered when it is new.
+    QString GetShowImageKey(const QString &format, bool wrongDate);
+
+    const PictureList &Pictures() const { return m_pictures; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    struct Entry
+    {
+        QString name;
+        FormatKind kind = FormatKind::Unknown;
+    };
+
+    FormatKind AskClass(const QString &name);
+    void LoadBitmaps();
+    void LoadNamedFormats();
+
+    UserPrompts &m_prompts;
+    clsINI m_file;
+    PictureList m_pictures;
+    std::vector<Entry> m_entries;
+    QHash<QString, int> m_positions;
+};

@@ -1,0 +1,64 @@
+#include "picturelist.h"
+
+#include "failures.h"
+
+#include <QImage>
+#include <QPixmap>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kFormatPrefix = "Format"_L1;
+
+/// Pictures stand in the tree at this many pixels; the bitmaps are larger so that they stay sharp on dense screens.
+constexpr int kPictureSize = 16;
+
+QIcon IconFromImage(const QImage &image)
+{
+    QIcon icon;
+    for (const int scale : {1, 2, 3}) {
+        const int size = kPictureSize * scale;
+        icon.addPixmap(QPixmap::fromImage(image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    }
+    return icon;
+}
+
+} // namespace
+
+PictureList::PictureList()
+{
+    for (const QString &name :
+         {u"Open"_s, u"Closed"_s, u"Unchecked"_s, u"Checked"_s, u"WrongDate"_s, u"CD"_s, u"Interview"_s, u"Music"_s,
+          u"Video"_s})
+        m_pictures.insert(name, QIcon(u":/pictures/%1.png"_s.arg(name)));
+}
+
+void PictureList::RemoveFormatPictures()
+{
+    m_pictures.removeIf(
+        [](const std::pair<const QString &, QIcon &> &entry) { return entry.first.startsWith(kFormatPrefix); });
+}
+
+void PictureList::AddFormatPicture(const QString &formatName, const QString &path)
+{
+    const QImage image(path);
+    if (image.isNull())
+        throw ProgramError(Failure::BadFile, u"The picture %1 cannot be loaded."_s.arg(path));
+    m_pictures.insert(FormatPictureKey(formatName), IconFromImage(image));
+}
+
+void PictureList::AddCommonPicture(const QString &formatName)
+{
+    m_pictures.insert(FormatPictureKey(formatName), Picture(u"Checked"_s));
+}
+
+QString FormatPictureKey(const QString &formatName)
+{
+    return kFormatPrefix + formatName;
+}
+
+QString FormatNameFromKey(const QString &pictureKey)
+{
+    return pictureKey.sliced(qMin(kFormatPrefix.size(), pictureKey.size()));
+}

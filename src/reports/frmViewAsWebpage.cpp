@@ -1,0 +1,122 @@
+#include "frmViewAsWebpage.h"
+
+#include "catalogdocument.h"
+#include "clsINI.h"
+#include "failures.h"
+#include "htmlpage.h"
+#include "paths.h"
+#include "prompts.h"
+#include "waitcursor.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kModule = "frmViewAsWebpage";
+constexpr auto kSection = "WebPage"_L1;
+
+/// Positions of the check boxes.
+enum Column { Format = 0, SetList = 1, Comments = 2, Notes = 3 };
+
+QString SettingsKey(const QCheckBox &box)
+{
+    return box.text().remove(u'&').remove(u' ');
+}
+
+QString ProposedName(QString catalogName)
+{
+    const QString name = catalogName.remove(u' ').toLower();
+    return (name.isEmpty() ? u"collection"_s : name) + u".html"_s;
+}
+
+} // namespace
+
+frmViewAsWebpage::frmViewAsWebpage(const ReportSource &source, clsINI &settings, UserPrompts &prompts, QWidget *parent)
+    : QDialog(parent),
+      m_source(source),
+      m_settings(settings),
+      m_prompts(prompts)
+{
+    setObjectName("frmViewAsWebpage"_L1);
+    setWindowTitle(u"View as Webpage"_s);
+    CreateControls();
+    Form_Load();
+}
+
+void frmViewAsWebpage::CreateControls()
+{
+    auto *fraColumns = new QGroupBox(u"Also Include:"_s);
+    fraColumns->setObjectName("fraColumns"_L1);
+    auto *boxes = new QVBoxLayout(fraColumns);
+    const std::array captions{u"Recording &Format"_s, u"&Set List"_s, u"Set &Comments"_s, u"Recording &Notes"_s};
+    for (int index = 0; index < static_cast<int>(chkCol.size()); ++index) {
+        auto *box = new QCheckBox(captions[static_cast<size_t>(index)]);
+        box->setObjectName(u"chkCol%1"_s.arg(index));
+        boxes->addWidget(box);
+        connect(box, &QCheckBox::clicked, this, [this, index] { chkCol_Click(index); });
+        chkCol[static_cast<size_t>(index)] = box;
+    }
+
+    cmdView = new QPushButton(u"&View"_s);
+    cmdView->setObjectName("cmdView"_L1);
+    cmdView->setDefault(true);
+    connect(cmdView, &QPushButton::clicked, this, &frmViewAsWebpage::cmdView_Click);
+
+    auto *columns = new QHBoxLayout(this);
+    columns->addWidget(fraColumns, 1);
+    columns->addWidget(cmdView, 0, Qt::AlignTop);
+}
+
+void frmViewAsWebpage::Form_Load()
+{
+    for (QCheckBox *box : chkCol)
+        box->setChecked(m_settings.ReadLong(kSection, SettingsKey(*box), box->isChecked() ? 1 : 0) != 0);
+}
+
+void frmViewAsWebpage::chkCol_Click(int index)
+{
+    Guarded(kModule, "chkCol_Click", [&] {
+        const QCheckBox &box = *chkCol[static_cast<size_t>(index)];
+        m_settings.WriteValue(kSection, SettingsKey(box), box.isChecked() ? u"1"_s : u"0"_s);
+    });
+}
+
+void frmViewAsWebpage::cmdView_Click()
+{
+    Guarded(kModule, "mnuViewAsWebPage_Click", [this] {
+        const QString catalogName = FileTitle(m_source.document.Path());
+        const QString path = AskForPath(catalogName);
+        if (!path.isEmpty()) {
+            MakePage(path, catalogName);
+            m_prompts.OpenWithDefaultProgram(path);
+        }
+        close();
+    });
+}
+
+QString frmViewAsWebpage::AskForPath(const QString &catalogName)
+{
+    return m_prompts.SaveFile(
+        {.title = u"Save as HTML file..."_s,
+         .filter = u"HTML files (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*"_s,
+         .folder = ProgramFolder(),
+         .extension = u"html"_s,
+         .proposed = ProposedName(catalogName)});
+}
+
+void frmViewAsWebpage::MakePage(const QString &path, const QString &catalogName)
+{
+    const WaitCursor wait;
+    const PageOptions options{
+        .format = chkCol[Format]->isChecked(),
+        .setList = chkCol[SetList]->isChecked(),
+        .comments = chkCol[Comments]->isChecked(),
+        .notes = chkCol[Notes]->isChecked()};
+    WriteHtmlPage(path, catalogName.trimmed(), options, m_source);
+}

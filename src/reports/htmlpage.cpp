@@ -1,0 +1,175 @@
+#include "htmlpage.h"
+
+#include "atomicfile.h"
+#include "catalogdocument.h"
+#include "formatregistry.h"
+#include "htmltext.h"
+#include "labels.h"
+#include "modXMLSubs.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::string_view kLossyColour = "#FFCC88";
+constexpr std::string_view kColours[] = {"#FFFFCC", "#CCFFFF"};
+
+/// Writes one page from top to bottom.
+class Page
+{
+public:
+    Page(const QString &path, const PageOptions &options, const ReportSource &source)
+        : m_file(path),
+          m_options(options),
+          m_source(source),
+          m_columns(options.format ? 7 : 6)
+    {
+    }
+
+    void Write(const QString &title);
+
+private:
+    using Listing = BrowseTreeModel::Listing;
+
+    void WriteHead(const QByteArray &title);
+    void WriteColumnNames();
+    void WriteListing(const Listing &listing);
+    void WriteMainRow(pugi::xml_node element, const QString &format);
+    void WriteTextRow(std::string_view label, QString text, QLatin1StringView lineBreak);
+    void BeginRow();
+    void EndRow();
+
+    template<class... Parts>
+    void Line(Parts... parts)
+    {
+        (AppendHtmlText(m_buffer, parts), ...);
+        m_buffer.append("\r\n");
+    }
+    void Flush();
+
+    AtomicFile m_file;
+    const PageOptions &m_options;
+    const ReportSource &m_source;
+    const int m_columns; ///< one less than the table has
+    std::string_view m_colour;
+    bool m_alternate = false;
+    QByteArray m_buffer;
+};
+
+void Page::Write(const QString &title)
+{
+    WriteHead(title.toUtf8());
+    ForEachListing(m_source.tree, [this](const Listing &listing) { WriteListing(listing); });
+    Line("</table>");
+    Line("</body>");
+    Line("</html>");
+    Flush();
+    m_file.Commit();
+}
+
+void Page::WriteHead(const QByteArray &title)
+{
+    const std::string_view titleText(title.constData(), static_cast<size_t>(title.size()));
+    Line("<html>");
+    Line("<head><title>", titleText, "</title></head>");
+    Line("<body>");
+    Line("<table width='100%' border='1' rules='groups'>");
+    Line("<caption><h1>", titleText, "</h1></caption>");
+    Line("<colgroup></colgroup>");
+    Line("<colgroup span='2'></colgroup>");
+    Line("<colgroup span='3'></colgroup>");
+    Line("<colgroup></colgroup>");
+    if (m_options.format)
+        Line("<colgroup></colgroup>");
+    WriteColumnNames();
+}
+
+void Page::WriteColumnNames()
+{
+    Line("<tbody bgcolor='#FFCCCC'>");
+    Line("<tr>");
+    Line("    <th>Type</th>");
+    Line("    <th>Date</th>");
+    Line("    <th nowrap>Venue/Title</th>");
+    Line("    <th>Length</th>");
+    Line("    <th>Source</th>");
+    Line("    <th>Grade</th>");
+    Line("    <th>Seeder</th>");
+    if (m_options.format)
+        Line("    <th>Format</th>");
+    EndRow();
+}
+
+void Page::WriteListing(const Listing &listing)
+{
+    if (IsUnchecked(listing.picture) || IsWrongDate(listing.picture))
+        return;
+    const pugi::xml_node element = ElementOf(listing, m_source.document);
+    const QString format = FormatNameFromKey(listing.picture);
+    const bool lossy = m_source.formats.FormatClass(format) == FormatKind::Lossy;
+    m_colour = lossy ? kLossyColour : kColours[m_alternate ? 1 : 0];
+    m_alternate = !m_alternate;
+
+    WriteMainRow(element, format);
+    if (m_options.setList)
+        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, "SetList"), ","_L1);
+    if (m_options.comments)
+        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, "Comment"), "<br>"_L1);
+    if (m_options.notes)
+        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, "Notes"), "<br>"_L1);
+    Flush();
+}
+
+void Page::WriteMainRow(pugi::xml_node element, const QString &format)
+{
+    const auto field = [element](const char *name) { return std::string_view(element.attribute(name).value()); };
+    BeginRow();
+    Line("    <td>", field("Type"), "</td>");
+    Line("    <td nowrap>", ListingDateText(element).toStdString(), "</td>");
+    Line("    <td nowrap>", field("Venue"), "</td>");
+    Line("    <td>", field("Length"), "</td>");
+    Line("    <td>", field("Source"), "</td>");
+    Line("    <td>", field("Grade"), "</td>");
+    Line("    <td>", field("Seeder"), "</td>");
+    if (m_options.format)
+        Line("    <td align='center'>", format.toStdString(), "</td>");
+    EndRow();
+}
+
+void Page::WriteTextRow(std::string_view label, QString text, QLatin1StringView lineBreak)
+{
+    if (text.isEmpty())
+        return;
+    BeginRow();
+    Line("<td></td>");
+    Line(label);
+    Line("<td colspan='", std::to_string(m_columns - 1), "'>");
+    Line(text.replace("\r\n"_L1, lineBreak).toStdString());
+    Line("</td>");
+    EndRow();
+}
+
+void Page::BeginRow()
+{
+    Line("<tbody bgcolor='", m_colour, "'>");
+    Line("<tr>");
+}
+
+void Page::EndRow()
+{
+    Line("</tr>");
+    Line("</tbody>");
+}
+
+void Page::Flush()
+{
+    m_file.Write(m_buffer.constData(), m_buffer.size());
+    m_buffer.clear();
+}
+
+} // namespace
+
+void WriteHtmlPage(const QString &path, const QString &title, const PageOptions &options, const ReportSource &source)
+{
+    Page(path, options, source).Write(title);
+}

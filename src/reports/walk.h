@@ -1,0 +1,33 @@
+#pragma once
+
+#include "browsetreemodel.h"
+
+#include <functional>
+
+class CatalogDocument;
+class FormatRegistry;
+
+/// What the reports are made from: the listings that the tree shows, their elements and the classes of their formats.
+struct ReportSource
+{
+    const BrowseTreeModel &tree;
+    const CatalogDocument &document;
+    FormatRegistry &formats;
+};
+
+/// Whether a picture key stands for a listing of which nothing is held.
+inline bool IsUnchecked(const QString &pictureKey)
+{
+    return pictureKey == QLatin1StringView("Unchecked");
+}
+
+inline bool IsWrongDate(const QString &pictureKey)
+{
+    return pictureKey == QLatin1StringView("WrongDate");
+}
+
+/// Visits every listing of the tree, group by group in tree order.
+void ForEachListing(const BrowseTreeModel &tree, const std::function<void(const BrowseTreeModel::Listing &)> &visit);
+
+/// The element of a listing of the tree, found by its ID. Throws ProgramError when the catalog has none.
+pugi::xml_node ElementOf(const BrowseTreeModel::Listing &listing, const CatalogDocument &document);

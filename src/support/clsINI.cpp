@@ -1,0 +1,218 @@
+#include "clsINI.h"
+
+#include "failures.h"
+#include "flatfile.h"
+#include "numbers.h"
+#include "prompts.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template<class List>
+int FindName(const List &list, const QString &name)
+{
+    const auto found = std::find_if(list.begin(), list.end(), [&](const auto &entry) { return entry.name == name; });
+    return found == list.end() ? -1 : static_cast<int>(found - list.begin());
+}
+
+template<class List>
+auto &At(List &list, int index)
+{
+    if (index < 0 || index >= static_cast<int>(list.size()))
+        throw ProgramError(Failure::OutOfRange, u"Subscript out of range"_s);
+    return list[static_cast<size_t>(index)];
+}
+
+// Whether a new key is inserted before an existing one. Between two numbers the existing one counts as a whole number;
+// a name that is none is ordinary text among numbers too.
+bool ComesBefore(const QString &newName, const QString &existing)
+{
+    if (IsNumeric(newName) && IsNumeric(existing))
+        return std::nearbyint(LeadingNumber(existing)) > LeadingNumber(newName);
+    return existing > newName;
+}
+
+// A line break inside a name or a value would make lines of its own when the file is read again: keys that nobody
+// wrote.
+QString OneLine(QString text)
+{
+    return text.remove(u'\r').remove(u'\n');
+}
+
+QString FlagText(bool value)
+{
+    return value ? u"True"_s : u"False"_s;
+}
+
+} // namespace
+
+int clsINI::NumberOfKeys(const QString &SectionName) const
+{
+    const int section = FindSection(SectionName);
+    return section < 0 ? 0 : static_cast<int>(At(m_sections, section).keys.size());
+}
+
+QString clsINI::SectionName(int SectionNum) const
+{
+    return At(m_sections, SectionNum).name;
+}
+
+QString clsINI::KeyName(const QString &SectionName, int KeyNum) const
+{
+    const int section = FindSection(SectionName);
+    return section < 0 ? QString() : At(At(m_sections, section).keys, KeyNum).name;
+}
+
+void clsINI::SetKeyName(const QString &SectionName, int KeyNum, const QString &NewName)
+{
+    const int section = FindSection(SectionName);
+    if (section >= 0)
+        At(At(m_sections, section).keys, KeyNum).name = NewName;
+}
+
+void clsINI::SaveFile()
+{
+    if (!m_allowSaveFile)
+        return;
+    const auto tell = [this](const QString &reason) {
+        m_prompts.Message(u"Could not save INI file."_s, u"clsINI.SaveFile: "_s + reason, UserPrompts::Icon::Critical);
+    };
+    try {
+        if (m_unread && QFileInfo::exists(m_fileName))
+            throw ProgramError(Failure::Write, u"The file could not be read and is not replaced"_s);
+        WriteFlatFile(m_fileName, FileText());
+    } catch (const ProgramError &error) {
+        tell(error.description());
+    } catch (const std::exception &error) {
+        tell(QString::fromUtf8(error.what()));
+    }
+}
+
+QString clsINI::FileText() const
+{
+    QString text;
+    for (const Section &section : m_sections) {
+        if (!text.isEmpty())
+            text += u"\r\n"_s;
+        text += u'[' + OneLine(section.name) + u"]\r\n"_s;
+        for (const Key &key : section.keys)
+            text += OneLine(key.name) + u'=' + OneLine(key.value) + u"\r\n"_s;
+    }
+    return text;
+}
+
+void clsINI::LoadINI(const QString &FileName)
+{
+    m_sections.clear();
+    m_fileName = FileName;
+    m_unread = false;
+    if (FileName.isEmpty() || !QFileInfo::exists(FileName))
+        return;
+    m_unread = true;
+    QString text = DecodeFlatText(ReadWholeFile(FileName));
+    m_unread = false;
+    const QStringList lines = text.replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines)
+        TakeLine(line);
+}
+
+void clsINI::TakeLine(const QString &line)
+{
+    if (line.startsWith(u'[')) {
+        if (line.size() == 1)
+            throw ProgramError(Failure::BadFile, u"A section without a name: "_s + m_fileName);
+        AddSection(line.sliced(1, line.size() - 2));
+        return;
+    }
+    const qsizetype equals = line.indexOf(u'=');
+    if (line.startsWith(u';') || equals < 0)
+        return;
+    if (m_sections.empty())
+        throw ProgramError(Failure::BadFile, u"A key before the first section: "_s + m_fileName);
+    AddKey(NumberOfSections() - 1, line.first(equals), line.sliced(equals + 1));
+}
+
+void clsINI::DeleteSection(const QString &SectionName)
+{
+    const int section = FindSection(SectionName);
+    if (section >= 0)
+        m_sections.erase(m_sections.begin() + section);
+    SaveFile();
+}
+
+void clsINI::DeleteKey(const QString &SectionName, const QString &KeyName)
+{
+    const int section = FindSection(SectionName);
+    const int key = FindKey(section, KeyName);
+    if (key >= 0) {
+        std::vector<Key> &keys = At(m_sections, section).keys;
+        keys.erase(keys.begin() + key);
+    }
+    SaveFile();
+}
+
+QString clsINI::ReadString(const QString &SectionName, const QString &KeyName, const QString &DefaultValue) const
+{
+    const int section = FindSection(SectionName);
+    const int key = FindKey(section, KeyName);
+    return key < 0 ? DefaultValue : At(At(m_sections, section).keys, key).value;
+}
+
+qint32 clsINI::ReadLong(const QString &SectionName, const QString &KeyName, qint32 DefaultValue) const
+{
+    return WholeNumber(LeadingNumber(ReadString(SectionName, KeyName, QString::number(DefaultValue))));
+}
+
+bool clsINI::ReadFlag(const QString &SectionName, const QString &KeyName, bool DefaultValue) const
+{
+    const QString text = ReadString(SectionName, KeyName);
+    return text.compare(FlagText(!DefaultValue), Qt::CaseInsensitive) == 0 ? !DefaultValue : DefaultValue;
+}
+
+void clsINI::WriteValue(const QString &SectionName, const QString &KeyName, const QString &Value)
+{
+    int section = FindSection(SectionName);
+    if (section < 0)
+        section = AddSection(SectionName);
+    const int key = FindKey(section, KeyName);
+    if (key < 0)
+        AddKey(section, KeyName, Value);
+    else
+        At(At(m_sections, section).keys, key).value = Value;
+    SaveFile();
+}
+
+void clsINI::WriteFlag(const QString &SectionName, const QString &KeyName, bool Value)
+{
+    WriteValue(SectionName, KeyName, FlagText(Value));
+}
+
+int clsINI::FindSection(const QString &name) const
+{
+    return FindName(m_sections, name);
+}
+
+int clsINI::FindKey(int section, const QString &name) const
+{
+    return section < 0 ? -1 : FindName(At(m_sections, section).keys, name);
+}
+
+int clsINI::AddSection(const QString &name)
+{
+    m_sections.push_back({name, {}});
+    return NumberOfSections() - 1;
+}
+
+int clsINI::AddKey(int section, const QString &name, const QString &value)
+{
+    std::vector<Key> &keys = At(m_sections, section).keys;
+    const auto behind =
+        std::find_if(keys.begin(), keys.end(), [&](const Key &key) { return ComesBefore(name, key.name); });
+    return static_cast<int>(keys.insert(behind, {name, value}) - keys.begin());
+}

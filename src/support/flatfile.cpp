@@ -1,0 +1,97 @@
+#include "flatfile.h"
+
+#include "atomicfile.h"
+#include "failures.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStringDecoder>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+#ifdef Q_OS_WIN
+
+QByteArray EncodeLocal(const QString &text)
+{
+    QByteArray bytes = text.toLocal8Bit();
+    if (QString::fromLocal8Bit(bytes) == text)
+        return bytes;
+    return "\xEF\xBB\xBF" + text.toUtf8();
+}
+
+QString DecodeLocal(const QByteArray &bytes)
+{
+    return QString::fromLocal8Bit(bytes);
+}
+
+#else
+
+// What Windows-1252 has at 0x80 to 0x9F; everywhere else it is Latin-1. Its five gaps stay control characters.
+constexpr std::array<char16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                                   0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+QString FromWindows1252(const QByteArray &bytes)
+{
+    QString text = QString::fromLatin1(bytes);
+    for (QChar &c : text) {
+        if (c >= u'\x80' && c < u'\xA0')
+            c = kWindows1252[c.unicode() - 0x80U];
+    }
+    return text;
+}
+
+QByteArray EncodeLocal(const QString &text)
+{
+    return text.toUtf8();
+}
+
+// A file that came from a Windows system is rarely valid UTF-8 by chance.
+QString DecodeLocal(const QByteArray &bytes)
+{
+    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : FromWindows1252(bytes);
+}
+
+#endif
+
+} // namespace
+
+QByteArray EncodeFlatText(const QString &text)
+{
+    return EncodeLocal(text);
+}
+
+QString DecodeFlatText(const QByteArray &bytes)
+{
+    if (const auto marked = QStringConverter::encodingForData(bytes))
+        return QStringDecoder(*marked).decode(bytes);
+    return DecodeLocal(bytes);
+}
+
+QByteArray ReadWholeFile(const QString &path)
+{
+    QFile file(path);
+    QByteArray bytes;
+    if (file.open(QIODevice::ReadOnly))
+        bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw ProgramError(Failure::Read, file.errorString() + u": "_s + QDir::toNativeSeparators(path));
+    return bytes;
+}
+
+void WriteFileAtomically(const QString &path, const QByteArray &bytes)
+{
+    AtomicFile file(path);
+    file.Write(bytes.constData(), bytes.size());
+    file.Commit();
+}
+
+void WriteFlatFile(const QString &path, const QString &text)
+{
+    WriteFileAtomically(path, EncodeFlatText(text));
+}

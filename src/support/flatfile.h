@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Text of a flat file (settings, lists, logs) as bytes in the user's code page. What a Windows code page cannot hold
+/// makes the whole text UTF-8 with a byte-order mark; it never becomes "?".
+QByteArray EncodeFlatText(const QString &text);
+
+/// Bytes of a flat file as text: a byte-order mark decides, else on Windows the user's code page, elsewhere UTF-8 where
+/// the bytes are valid UTF-8 and Windows-1252 where they are not.
+QString DecodeFlatText(const QByteArray &bytes);
+
+/// Reads a whole file. Throws ProgramError with the system's reason.
+QByteArray ReadWholeFile(const QString &path);
+
+/// Puts bytes into a file in one step: written beside it, flushed to disk, then renamed over it, keeping permissions
+/// and following a symbolic link. On failure the old file stays as it was and ProgramError gives the system's reason.
+void WriteFileAtomically(const QString &path, const QByteArray &bytes);
+
+/// The same for text, encoded by EncodeFlatText.
+void WriteFlatFile(const QString &path, const QString &text);

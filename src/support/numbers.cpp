@@ -1,0 +1,119 @@
+#include "numbers.h"
+
+#include "failures.h"
+
+#include <QLocale>
+
+#include <array>
+#include <cmath>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct FoundNumber
+{
+    double value = 0;
+    qsizetype length = 0; ///< characters up to its end, blanks before it included; 0 when there is no number
+};
+
+// Up to this many digits, the digits and the power of ten are exact doubles, so that one division rounds right.
+constexpr int kExactDigits = 15;
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+double ParsedByQt(const char16_t *first, const char16_t *last)
+{
+    return QStringView(first, last).toDouble();
+}
+
+double ParsedByQt(const char *first, const char *last)
+{
+    return QString::fromLatin1(first, last - first).toDouble();
+}
+
+template<class Char>
+const Char *SkipBlanks(const Char *at, const Char *end)
+{
+    while (at != end && *at == ' ')
+        ++at;
+    return at;
+}
+
+template<class Char>
+FoundNumber FindNumber(const Char *const begin, const Char *const end)
+{
+    const Char *const start = SkipBlanks(begin, end);
+    const Char *at = start;
+    const bool negative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+'))
+        ++at;
+
+    qint64 digits = 0;
+    int count = 0;
+    int decimals = 0;
+    bool inFraction = false;
+    for (; at != end; ++at) {
+        if (*at == '.' && !inFraction) {
+            inFraction = true;
+        } else if (*at >= '0' && *at <= '9') {
+            if (++count <= kExactDigits)
+                digits = digits * 10 + (*at - '0');
+            if (inFraction)
+                ++decimals;
+        } else {
+            break;
+        }
+    }
+    if (count == 0)
+        return {};
+    if (count > kExactDigits)
+        return {ParsedByQt(start, at), at - begin};
+    const double value = static_cast<double>(digits) / kPowersOfTen[static_cast<size_t>(decimals)];
+    return {negative ? -value : value, at - begin};
+}
+
+FoundNumber FindNumber(QStringView text)
+{
+    return FindNumber(text.utf16(), text.utf16() + text.size());
+}
+
+} // namespace
+
+double LeadingNumber(QStringView text)
+{
+    return FindNumber(text).value;
+}
+
+double LeadingNumber(std::string_view text)
+{
+    return FindNumber(text.data(), text.data() + text.size()).value;
+}
+
+bool IsNumeric(QStringView text)
+{
+    const qsizetype length = FindNumber(text).length;
+    const char16_t *const end = text.utf16() + text.size();
+    return length > 0 && SkipBlanks(text.utf16() + length, end) == end;
+}
+
+qint32 WholeNumber(double number)
+{
+    const double rounded = std::nearbyint(number);
+    // Written so that a number that is none fails too.
+    if (!(rounded >= std::numeric_limits<qint32>::min() && rounded <= std::numeric_limits<qint32>::max()))
+        throw ProgramError(Failure::Overflow, u"Overflow"_s);
+    return static_cast<qint32>(rounded);
+}
+
+QString NumberText(double number)
+{
+    // Adding 0 makes a negative zero an ordinary one.
+    return QString::number(number + 0.0, 'f', QLocale::FloatingPointShortest);
+}
+
+QString PadNumber(double number, int width)
+{
+    return NumberText(number).rightJustified(width, u'0');
+}

@@ -1,0 +1,140 @@
+#include "frmError.h"
+
+#include "failures.h"
+#include "flatfile.h"
+#include "numbers.h"
+#include "paths.h"
+#include "prompts.h"
+
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize kFirstSize(520, 380);
+
+QString ProposedLogName()
+{
+    const QString folder = ProgramFolder();
+    QString name = u"Error.log"_s;
+    for (int counter = 1; QFileInfo::exists(InFolder(folder, name)); ++counter) {
+        name = u"Error-%1.log"_s.arg(PadNumber(counter, 3));
+    }
+    return name;
+}
+
+QString WithCarriageReturns(QString text)
+{
+    return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
+}
+
+QLabel *CreateIcon(QWidget *parent)
+{
+    auto *icon = new QLabel(parent);
+    icon->setObjectName(u"imgIcon"_s);
+    const int size = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, parent);
+    const QIcon picture = parent->style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, parent);
+    icon->setPixmap(picture.pixmap(QSize(size, size), parent->devicePixelRatioF()));
+    return icon;
+}
+
+} // namespace
+
+frmError::frmError(UserPrompts &prompts, QWidget *owner) : QDialog(owner), m_prompts(prompts)
+{
+    setObjectName(u"frmError"_s);
+    setWindowTitle(ApplicationTitle() + u" Error"_s);
+    CreateControls();
+    resize(kFirstSize);
+    cmdOK->setFocus();
+}
+
+QString frmError::Info() const
+{
+    return lblInfo->text();
+}
+
+void frmError::SetInfo(const QString &NewInfo)
+{
+    lblInfo->setText(NewInfo);
+}
+
+void frmError::SetDetails(const QString &NewDetails)
+{
+    m_details = NewDetails;
+    txtDetails->setPlainText(NewDetails);
+}
+
+void frmError::CreateControls()
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(CreateTopRow());
+
+    txtDetails = new QPlainTextEdit(this);
+    txtDetails->setObjectName(u"txtDetails"_s);
+    txtDetails->setReadOnly(true);
+    txtDetails->setTabChangesFocus(true);
+    auto *label = new QLabel(u"&Details"_s, this);
+    label->setBuddy(txtDetails);
+    layout->addWidget(label);
+    layout->addWidget(txtDetails, 1);
+
+    layout->addLayout(CreateButtonRow());
+}
+
+QLayout *frmError::CreateTopRow()
+{
+    lblInfo = new QLabel(u"A fatal error has occurred"_s, this);
+    lblInfo->setObjectName(u"lblInfo"_s);
+    lblInfo->setTextFormat(Qt::PlainText);
+    lblInfo->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(CreateIcon(this), 0, Qt::AlignTop);
+    row->addWidget(lblInfo, 1);
+    return row;
+}
+
+QLayout *frmError::CreateButtonRow()
+{
+    cmdSave = new QPushButton(u"&Save Report"_s, this);
+    cmdSave->setObjectName(u"cmdSave"_s);
+    cmdSave->setAutoDefault(false);
+    connect(cmdSave, &QPushButton::clicked, this, &frmError::cmdSave_Click);
+    cmdOK = new QPushButton(u"OK"_s, this);
+    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setDefault(true);
+    connect(cmdOK, &QPushButton::clicked, this, &frmError::accept);
+
+    auto *row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addWidget(cmdSave);
+    row->addWidget(cmdOK);
+    return row;
+}
+
+void frmError::cmdSave_Click()
+{
+    Guarded("frmError", "cmdSave_Click", [this] { SaveReport(); });
+}
+
+void frmError::SaveReport()
+{
+    const QString path = m_prompts.SaveFile(
+        {.title = u"Save error log"_s,
+         .filter = u"Log files (*.log)|*.log|All files (*.*)|*.*"_s,
+         .folder = ProgramFolder(),
+         .extension = u"log"_s,
+         .proposed = ProposedLogName()});
+    if (path.isEmpty()) {
+        return;
+    }
+    WriteFlatFile(path, WithCarriageReturns(windowTitle() + u"\n\n"_s + Info() + u'\n' + m_details + u'\n'));
+    m_prompts.Message(u"Error report saved as: "_s + path, u"Error report saved"_s, UserPrompts::Icon::Information);
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "prompts.h"
+
+#include <QStringList>
+
+class QWidget;
+
+/// A filter of the program, "description|pattern|description|pattern", as name filters of Qt. Patterns are separated by
+/// ";";
+/// "*.*" means every file, one without a dot in its name too.
+QStringList NameFilters(const QString &filter);
+
+/// Shows the open dialog and gives the full path of an existing file, empty when cancelled.
+QString OpenFileDialog(QWidget *owner, const UserPrompts::FileRequest &request);
+
+/// Shows the save dialog and gives the full path, with the default extension where none was typed; empty when
+/// cancelled. Asks before an existing file is chosen, and before a new one would be made.
+QString SaveFileDialog(QWidget *owner, const UserPrompts::FileRequest &request);

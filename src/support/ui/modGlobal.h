@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+class UserPrompts;
+class clsINI;
+struct FailureReport;
+
+/// The global error handler: shows a report in frmError and waits until it is closed. The mouse pointer becomes the
+/// ordinary one and stays it. `mainWindow` owns the dialog while the program has no active window.
+void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidget *mainWindow = nullptr);
+
+/// Remembers a window's position and size under a section of the settings: nothing for a minimised window, only the
+/// state for a maximised one, so that its earlier normal position is kept.
+void SaveFormPosition(QWidget &window, const QString &section, clsINI &settings);
+
+/// Puts a window, before it is first shown, where SaveFormPosition saw it. Its present size is the smallest it gets.
+void LoadFormPosition(QWidget &window, const QString &section, const clsINI &settings);

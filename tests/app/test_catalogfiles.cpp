@@ -1,0 +1,296 @@
+#include "catalogdocument.h"
+#include "catalogfiles.h"
+#include "clsINI.h"
+#include "commandline.h"
+#include "failures.h"
+#include "programfolder.h"
+#include "recentcatalogs.h"
+#include "scriptedprompts.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using Answer = UserPrompts::Answer;
+
+namespace {
+
+constexpr auto kError = "Discbook"_L1;
+constexpr auto kInvalid = "Invalid file"_L1;
+constexpr auto kSave = "Save Confirmation"_L1;
+
+/// Writes down what the window is asked to do.
+class RecordedViews : public CatalogViews
+{
+public:
+    void ShowHideInfoFrame(bool show) override { calls.append(show ? u"show"_s : u"hide"_s); }
+    void EnableCatalogMenus(bool enable) override { calls.append(enable ? u"enable"_s : u"disable"_s); }
+    void LoadTypeMenu() override { calls.append(u"types"_s); }
+    void LoadShows() override { calls.append(u"shows"_s); }
+    void LoadWebSources() override { calls.append(u"sources"_s); }
+    void UpdateCaption() override { calls.append(u"caption"_s); }
+    void RefillPanel() override { calls.append(u"refill"_s); }
+    void FocusTree() override { calls.append(u"focus"_s); }
+
+    QString Take() { return std::exchange(calls, {}).join(u' '); }
+
+    QStringList calls;
+};
+
+struct Fixture
+{
+    TestProgramFolder folder;
+    ScriptedPrompts prompts;
+    clsINI settings{prompts};
+    CatalogDocument document;
+    RecentCatalogs recent{settings};
+    RecordedViews views;
+    CatalogFiles files{document, recent, prompts, views};
+    QStringList failures;
+    FailureReporter earlier;
+
+    Fixture()
+    {
+        settings.LoadINI(folder.Path(u"discbook.ini"_s));
+        earlier = InstallFailureReporter([this](const FailureReport &report) { failures.append(report.procName); });
+    }
+    ~Fixture() { InstallFailureReporter(earlier); }
+
+    QString Catalog(const QString &name) const
+    {
+        return folder.Write(name, "<Catalog><Item ID=\"1\" Venue=\"" + name.toUtf8() + "\" /></Catalog>");
+    }
+    QString Venue() const { return QString::fromUtf8(document.Catalog().child("Item").attribute("Venue").value()); }
+};
+
+constexpr auto kOpened = "hide enable types shows sources focus"_L1;
+
+} // namespace
+
+class TestCatalogFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void opening()
+    {
+        Fixture f;
+        const QString path = f.Catalog(u"Live.xml"_s);
+        f.files.OpenCatalog(path);
+        QCOMPARE(f.views.Take(), kOpened);
+        QCOMPARE(f.document.Path(), path);
+        QCOMPARE(f.recent.Paths(), QStringList(path));
+        QCOMPARE(f.folder.Read(u"discbook.ini"_s), "[MRU]\r\n0=" + path.toUtf8() + "\r\n");
+    }
+
+    void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("text");
+        const QString notACatalog =
+            u"This file does not appear to be a valid catalog file.  Please try another file."_s;
+        QTest::newRow("broken") << QByteArray("<Catalog>") << QString(kError) << u"Error loading concert data!"_s;
+        QTest::newRow("other root") << QByteArray("<catalog/>") << QString(kInvalid) << notACatalog;
+    }
+
+    void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack()
+    {
+        QFETCH(QByteArray, contents);
+        QFETCH(QString, title);
+        QFETCH(QString, text);
+        Fixture f;
+        const QString bad = f.Catalog(u"Bad.xml"_s);
+        const QString good = f.Catalog(u"Good.xml"_s);
+        f.files.OpenCatalog(bad);
+        f.files.OpenCatalog(good);
+        f.folder.Write(u"Bad.xml"_s, contents);
+        f.document.SetChanged(true);
+        f.views.Take();
+
+        f.prompts.ExpectMessage(title);
+        f.files.OpenCatalog(bad);
+        QCOMPARE(f.prompts.LastAsked().text, text);
+        QCOMPARE(f.views.Take(), u"hide disable caption "_s + kOpened);
+        QCOMPARE(f.recent.Paths(), QStringList(good));
+        QCOMPARE(f.Venue(), u"Good.xml"_s);
+        QVERIFY(!f.document.IsChanged());
+    }
+
+    void theOpenCatalogIsNotTriedForEver()
+    {
+        Fixture f;
+        const QString path = f.Catalog(u"Live.xml"_s);
+        f.files.OpenCatalog(path);
+        QVERIFY(QFile::remove(path));
+        f.views.Take();
+        f.prompts.ExpectMessage(kError);
+        f.files.OpenCatalog(path);
+        QCOMPARE(f.views.Take(), u"hide disable caption"_s);
+        QVERIFY(f.document.Path().isEmpty());
+        QVERIFY(f.recent.Paths().isEmpty());
+        QVERIFY(!f.document.Catalog());
+    }
+
+    void declinedConversionLeavesAnEmptyDocument()
+    {
+        Fixture f;
+        const QString earlier = f.Catalog(u"New.xml"_s);
+        const QString old = f.Catalog(u"Shows.xml"_s);
+        const QString companion = f.folder.Write(u"Shows User.xml"_s, "<User/>");
+        f.files.OpenCatalog(earlier);
+        f.document.SetChanged(true);
+        f.views.Take();
+        QStringList asked;
+        f.files.SetConverter([&](const QString &catalog, const QString &user) {
+            asked = {catalog, user};
+            return false;
+        });
+        f.files.OpenCatalog(old);
+        QCOMPARE(asked, QStringList({old, companion}));
+        QCOMPARE(f.views.Take(), u"hide disable caption"_s);
+        QCOMPARE(f.document.Path(), earlier);
+        QVERIFY(!f.document.IsChanged() && !f.document.Catalog());
+    }
+
+    /// What the save question does in each command.
+    void saveQuestion_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<bool>("goesOn");
+        QTest::addColumn<bool>("saved");
+        QTest::addColumn<bool>("changedAfter");
+        for (const auto &command : {u"open"_s, u"new"_s, u"recent"_s}) {
+            const auto row = [&](const char *answer) -> QTestData & {
+                return QTest::addRow("%s, %s", qPrintable(command), answer) << command;
+            };
+            row("yes") << Answer::Yes << true << true << false;
+            // Only the recent list takes No as the end of the edits; elsewhere the flag outlives the catalog.
+            row("no") << Answer::No << true << false << (command != "recent"_L1);
+            row("cancel") << Answer::Cancel << false << false << true;
+        }
+    }
+
+    void saveQuestion()
+    {
+        QFETCH(QString, command);
+        QFETCH(Answer, answer);
+        QFETCH(bool, goesOn);
+        QFETCH(bool, saved);
+        QFETCH(bool, changedAfter);
+        Fixture f;
+        const QString first = f.Catalog(u"First.xml"_s);
+        const QString second = f.Catalog(u"Second.xml"_s);
+        f.files.OpenCatalog(first);
+        f.document.Catalog().child("Item").attribute("Venue") = "edited";
+        f.document.SetChanged(true);
+
+        f.prompts.ExpectMessage(kSave, answer);
+        if (command == "open"_L1) {
+            if (goesOn)
+                f.prompts.ExpectOpenFile(u"Open Catalog"_s, second);
+            f.files.mnuFileOpenCatalog_Click();
+        } else if (command == "new"_L1) {
+            if (goesOn)
+                f.prompts.ExpectSaveFile(u"New Catalog"_s, second);
+            f.files.mnuFileNewCatalog_Click();
+        } else {
+            f.files.mnuFileMRU_Click(second);
+        }
+        f.prompts.VerifyDone();
+        QCOMPARE(f.document.Path(), goesOn ? second : first);
+        QCOMPARE(f.folder.Read(u"First.xml"_s).contains("edited"), saved);
+        QCOMPARE(f.document.IsChanged(), changedAfter);
+    }
+
+    void aSaveThatFailsEndsTheCommand()
+    {
+        Fixture f;
+        QDir().mkpath(f.folder.Path(u"gone"_s));
+        const QString path = f.Catalog(u"gone/Live.xml"_s);
+        f.files.OpenCatalog(path);
+        QVERIFY(QDir(f.folder.Path(u"gone"_s)).removeRecursively());
+        f.document.SetChanged(true);
+
+        f.prompts.ExpectMessage(kSave, Answer::Yes);
+        f.files.mnuFileOpenCatalog_Click();
+        QCOMPARE(f.failures, QStringList(u"mnuFileSave_Click"_s));
+        QCOMPARE(f.document.Path(), path);
+        QVERIFY(f.document.IsChanged());
+        QVERIFY(f.document.Catalog());
+    }
+
+    void newCatalogThatCannotBeWrittenLeavesTheOpenOne()
+    {
+        Fixture f;
+        const QString path = f.Catalog(u"Live.xml"_s);
+        f.files.OpenCatalog(path);
+        f.views.Take();
+        f.prompts.ExpectSaveFile(u"New Catalog"_s, f.folder.Path(u"no/such/folder.xml"_s));
+        f.files.mnuFileNewCatalog_Click();
+        QCOMPARE(f.failures, QStringList(u"mnuFileNewCatalog_Click"_s));
+        QCOMPARE(f.Venue(), u"Live.xml"_s);
+        QVERIFY(f.views.calls.isEmpty());
+    }
+
+    void newCatalogIsWrittenAndOpened()
+    {
+        Fixture f;
+        const QString path = f.folder.Path(u"New.xml"_s);
+        f.prompts.ExpectSaveFile(u"New Catalog"_s, path);
+        f.files.mnuFileNewCatalog_Click();
+        QCOMPARE(f.folder.Read(u"New.xml"_s).trimmed(), QByteArray("<Catalog />"));
+        QCOMPARE(f.views.Take(), kOpened + u" caption"_s);
+        QCOMPARE(f.recent.Paths(), QStringList(path));
+        const auto &request = f.prompts.LastAsked().request;
+        QCOMPARE(request.filter, u"XML Files (*.xml)|*.xml|All files (*.*)|*.*"_s);
+        QCOMPARE(request.extension, u"xml"_s);
+        QCOMPARE(request.folder, ProgramFolder());
+    }
+
+    void recentList_data()
+    {
+        QTest::addColumn<QString>("opened");
+        QTest::addColumn<QString>("list");
+        QTest::newRow("five, the last four stay") << u"a b c d e"_s << u"e d c b"_s;
+        QTest::newRow("again goes to the top") << u"a b c a"_s << u"a c b"_s;
+        QTest::newRow("the top again") << u"a b b"_s << u"b a"_s;
+        QTest::newRow("case counts") << u"a A"_s << u"A a"_s;
+    }
+
+    void recentList()
+    {
+        QFETCH(QString, opened);
+        QFETCH(QString, list);
+        Fixture f;
+        for (const QString &path : opened.split(u' '))
+            f.recent.AddToMRU(path);
+        QCOMPARE(f.recent.Paths().join(u' '), list);
+        RecentCatalogs read(f.settings);
+        read.Load();
+        QCOMPARE(read.Paths().join(u' '), list);
+    }
+
+    void commandLine()
+    {
+        const TestProgramFolder folder;
+        const QString shows = folder.Write(u"My Shows.xml"_s, "x");
+        QCOMPARE(CatalogFromCommandLine({}), QString());
+        QCOMPARE(CatalogFromCommandLine({u"\"My"_s, u"Shows.xml\""_s}), shows);
+        QCOMPARE(CatalogFromCommandLine({u"C:\\x y.xml"_s}), u"C:\\x y.xml"_s);
+        QCOMPARE(CatalogFromCommandLine({u"none.xml"_s}), folder.Path(u"none.xml"_s));
+#ifndef Q_OS_WIN
+        QCOMPARE(CatalogFromCommandLine({u"/tmp/x.xml"_s}), u"/tmp/x.xml"_s);
+        // A file in the working folder is found when the program's folder has none of that name.
+        const QString earlier = QDir::currentPath();
+        const QTemporaryDir working;
+        QDir::setCurrent(working.path());
+        WriteFileAtomically(u"here.xml"_s, "x");
+        QCOMPARE(CatalogFromCommandLine({u"here.xml"_s}), QDir::currentPath() + u"/here.xml"_s);
+        QDir::setCurrent(earlier);
+#endif
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCatalogFiles)
+#include "test_catalogfiles.moc"

@@ -1,0 +1,215 @@
+#include "failures.h"
+#include "frmMain.h"
+#include "programfolder.h"
+#include "scriptedprompts.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+using Answer = UserPrompts::Answer;
+
+namespace {
+
+/// The real window in a program's folder of its own, with the help file in place unless taken away.
+struct Program
+{
+    TestProgramFolder folder;
+    ScriptedPrompts prompts;
+    std::unique_ptr<frmMain> window;
+    QStringList failures;
+    FailureReporter earlier;
+
+    Program()
+    {
+        folder.Write(ExecutableName() + u".chm"_s, "help");
+        folder.Write(u"formats.ini"_s, "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
+        earlier = InstallFailureReporter(
+            [this](const FailureReport &report) { failures.append(report.moduleName + u' ' + report.procName); });
+    }
+    ~Program() { InstallFailureReporter(earlier); }
+
+    void Start(const QString &catalog = {}, bool sizeLimits = true)
+    {
+        window.reset();
+        window = std::make_unique<frmMain>(
+            prompts,
+            frmMain::StartUp{
+                .arguments = catalog.isEmpty() ? QStringList() : QStringList(catalog), .sizeLimits = sizeLimits});
+        window->Form_Load();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    QAction *Item(const char *name) const { return window->findChild<QAction *>(QLatin1StringView(name)); }
+    void Choose(const char *name) const
+    {
+        QVERIFY2(Item(name) && Item(name)->isEnabled() && Item(name)->isVisible(), name);
+        Item(name)->trigger();
+    }
+    QTreeView *Tree() const { return window->findChild<QTreeView *>(u"trv"_s); }
+    QByteArray Settings() const { return folder.Read(ExecutableName() + u".ini"_s); }
+    void WriteSettings(const QByteArray &text) const { folder.Write(ExecutableName() + u".ini"_s, text); }
+};
+
+constexpr auto kLive = "<Catalog><Item ID='1' Type='Concert' Year='1994' Venue='x' Format='CD'/>"
+                       "<Item ID='2' Type='Album' Year='1990' Venue='a'/>"
+                       "<WebSource>https://example.org/?a=1&amp;b=2</WebSource></Catalog>";
+
+} // namespace
+
+class TestFrmMain : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void startsWithoutACatalog()
+    {
+        Program program;
+        program.Start();
+        QCOMPARE(program.window->windowTitle(), u"Discbook"_s);
+        QVERIFY(!program.Tree()->isEnabled());
+        for (const char *menu : {"mnuEdit", "mnuOptions", "mnuView", "mnuWebSources"})
+            QVERIFY2(!program.window->findChild<QMenu *>(QLatin1StringView(menu))->isEnabled(), menu);
+        QVERIFY(!program.Item("mnuFileSave")->isEnabled());
+        QVERIFY(!program.Item("mnuFileDashMRU")->isVisible());
+        QVERIFY(program.failures.isEmpty());
+    }
+
+    void missingHelpFileIsTold()
+    {
+        Program program;
+        QVERIFY(QFile::remove(program.folder.Path(ExecutableName() + u".chm"_s)));
+        program.prompts.ExpectMessage(u"No help file"_s);
+        program.Start();
+        QCOMPARE(program.prompts.LastAsked().text, ExecutableName() + u".chm was not found.  No help is available."_s);
+        QVERIFY(!program.Item("mnuHelpContents")->isEnabled());
+    }
+
+    void opensTheCatalogOfTheCommandLine()
+    {
+        Program program;
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.Start(u"Live.xml"_s);
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+        QCOMPARE(program.Tree()->currentIndex().data().toString(), u"1994       ( 1 / 0 / 1 )"_s);
+        QVERIFY(program.Tree()->hasFocus());
+        QCOMPARE(program.Item("mnuFileMRU0")->text(), u"&1 Live"_s);
+        // One web source: its item shows, the separator does not.
+        QCOMPARE(program.Item("mnuWebSourcesOpen0")->text(), u"https://example.org/?a=1&&b=2"_s);
+        QVERIFY(!program.Item("mnuWebSourcesSetup")->menu());
+        program.Choose("mnuWebSourcesOpen0");
+        QCOMPARE(program.prompts.Opened(), QStringList(u"https://example.org/?a=1&b=2"_s));
+    }
+
+    void opensTheMostRecentOnlyWhenAskedTo_data()
+    {
+        QTest::addColumn<QByteArray>("setting");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("asked") << QByteArray("OpenMRUOnStartup=True\r\n") << u"Discbook: Live (Showing 2 Items)"_s;
+        QTest::newRow("not asked") << QByteArray("OpenMRUOnStartup=False\r\n") << u"Discbook"_s;
+        QTest::newRow("no setting") << QByteArray() << u"Discbook"_s;
+    }
+
+    void opensTheMostRecentOnlyWhenAskedTo()
+    {
+        QFETCH(QByteArray, setting);
+        QFETCH(QString, title);
+        Program program;
+        const QString path = program.folder.Write(u"sub/Live.xml"_s, kLive);
+        program.WriteSettings("[Settings]\r\n" + setting + "[MRU]\r\n0=" + path.toUtf8() + "\r\n");
+        program.Start();
+        QCOMPARE(program.window->windowTitle(), title);
+        QVERIFY(program.Item("mnuFileDashMRU")->isVisible());
+        program.Choose("mnuFileMRU0");
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+    }
+
+    void stepsThatFailDoNotStopTheStart()
+    {
+        Program program;
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.WriteSettings("stray=1\r\n[Settings]\r\n");
+        program.folder.Write(u"Formats/Broken.bmp"_s, "no picture");
+        program.prompts.ExpectMessage(u"Unknown format"_s, Answer::Yes);
+        program.Start(u"Live.xml"_s);
+        QCOMPARE(program.failures, QStringList({u"frmMain Form_Load"_s, u"frmMain Form_Load"_s}));
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+    }
+
+    void groupsShowAnOpenFolderWhileExpanded()
+    {
+        Program program;
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.Start(u"Live.xml"_s);
+        const QModelIndex year = program.Tree()->model()->index(0, 0);
+        const QModelIndex albums = program.Tree()->model()->index(1, 0);
+        program.Tree()->expandAll();
+        QCOMPARE(year.data(BrowseTreeModel::PictureRole).toString(), u"Open"_s);
+        QCOMPARE(albums.data(BrowseTreeModel::PictureRole).toString(), u"CD"_s);
+        QTest::keyClick(program.Tree(), Qt::Key_Left);
+        QCOMPARE(year.data(BrowseTreeModel::PictureRole).toString(), u"Closed"_s);
+        QTest::mouseDClick(program.Tree()->viewport(), Qt::LeftButton, {}, program.Tree()->visualRect(albums).center());
+        QCOMPARE(program.Tree()->state(), QAbstractItemView::NoState);
+    }
+
+    void closingAsksOnlyForAChangedCatalog_data()
+    {
+        QTest::addColumn<bool>("changed");
+        QTest::addColumn<Answer>("answer");
+        QTest::addColumn<bool>("closes");
+        QTest::addColumn<bool>("saved");
+        QTest::newRow("unchanged") << false << Answer::Ok << true << false;
+        QTest::newRow("yes") << true << Answer::Yes << true << true;
+        QTest::newRow("no") << true << Answer::No << true << false;
+        QTest::newRow("cancel") << true << Answer::Cancel << false << false;
+    }
+
+    void closingAsksOnlyForAChangedCatalog()
+    {
+        QFETCH(bool, changed);
+        QFETCH(Answer, answer);
+        QFETCH(bool, closes);
+        QFETCH(bool, saved);
+        Program program;
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.Start(u"Live.xml"_s);
+        program.window->findChild<CatalogDocument *>();
+        if (changed) {
+            program.Item("mnuFileSave")->setEnabled(true);
+            program.prompts.ExpectMessage(u"Save Confirmation"_s, answer);
+        }
+        QCOMPARE(program.window->close(), closes);
+        QCOMPARE(program.folder.Read(u"Live.xml"_s) != kLive, saved);
+        QCOMPARE(program.Settings().contains("[Main]"), closes);
+    }
+
+    void layoutFollowsTheWindow()
+    {
+        Program program;
+        program.Start();
+        program.window->resize(1200, 800);
+        QTest::qWait(0);
+        const QWidget *client = program.window->centralWidget();
+        const QWidget *frame = program.window->findChild<QWidget *>(u"fra"_s);
+        const QRect tree = program.Tree()->geometry();
+        QCOMPARE(tree.topLeft(), QPoint(8, 8));
+        QCOMPARE(tree.bottom() + 1, client->height() - 24);
+        QCOMPARE(tree.right() + 1, frame->x() - 8);
+        QCOMPARE(frame->width(), 400);
+        QCOMPARE(frame->geometry().right() + 1, client->width() - 8);
+    }
+
+    void smallestSizeWithoutLimits()
+    {
+        Program program;
+        program.Start({}, false);
+        QVERIFY(program.window->minimumWidth() < 600);
+        program.window->resize(100, 100);
+        QTRY_COMPARE(program.window->size(), QSize(600, 514));
+    }
+};
+
+QTEST_MAIN(TestFrmMain)
+#include "test_frmMain.moc"

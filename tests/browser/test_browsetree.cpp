@@ -1,0 +1,234 @@
+#include "browsetree.h"
+#include "catalogdocument.h"
+#include "modXMLSubs.h"
+#include "programfolder.h"
+#include "scriptedprompts.h"
+#include "showntypes.h"
+
+#include <QAbstractItemModelTester>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A tree over a small catalog, with FLAC and MP3 as known formats.
+struct Fixture
+{
+    TestProgramFolder folder;
+    ScriptedPrompts prompts;
+    clsINI settings{prompts};
+    CatalogDocument document;
+    FormatRegistry formats{prompts};
+    ShownTypes types{settings};
+    ViewOptions options;
+    BrowseTree tree{document, formats, types, options};
+    QAbstractItemModelTester tester{&tree.Model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
+
+    explicit Fixture(const QByteArray &listings, const QByteArray &typesShown = {})
+    {
+        folder.Write(u"formats.ini"_s, "[Formats]\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
+        formats.LoadFormats();
+        settings.LoadINI(folder.Write(u"discbook.ini"_s, "[Shows]\r\n" + typesShown));
+        const QString path = folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>");
+        document.Load(path);
+        types.LoadTypeMenu(u"Shows"_s, document.Types());
+    }
+
+    BrowseTree::Listing &Listing(const QString &id) { return *tree.Model().FindListing(id); }
+
+    /// The tree as text: groups, and their listings indented, each with its picture.
+    QString Text() const
+    {
+        QString text;
+        for (const auto &group : tree.Model().Groups()) {
+            text += u"%1 [%2]\n"_s.arg(group->text.simplified(), group->picture);
+            for (const auto &listing : group->listings)
+                text += u"  %1 %2 [%3]\n"_s.arg(listing->id, ListingText(*listing), listing->picture);
+        }
+        return text;
+    }
+
+    QString ListingText(const BrowseTree::Listing &listing) const
+    {
+        return tree.Model().data(tree.Model().IndexOf(listing), Qt::DisplayRole).toString();
+    }
+};
+
+constexpr auto kShows = R"(
+<Item ID='1' Type='Concert' Year='1995' Venue='b' Format='MP3'/>
+<Item ID='2' Type='Concert' Year='1994' Month='2' Venue='x' Format='FLAC'/>
+<Item ID='3' Year='1994' Month='1' Venue='y'/>
+<Item ID='4' Type='Album' Year='1994' Venue='Zebra' Format='FLAC'/>
+<Item ID='5' Type='Album' Year='1994' Venue='apple' Format='MP3'/>
+<Item ID='6' Type='Concert' Year='1994' Venue='w' WrongDate='1' Format='FLAC'/>
+<Item ID='7' Type='Radio' Year='1990' Venue='r'/>
+<Item ID='8' Type='Concert' Venue='undated'/>
+<Item ID='9' Type='Video' Venue='v' Format='Laserdisc'/>
+<Type>Radio</Type>)";
+
+} // namespace
+
+class TestBrowseTree : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fullLoad()
+    {
+        Fixture f(kShows);
+        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        f.prompts.SetWhileAsked([&](const auto &) { QCOMPARE(f.tree.Model().rowCount(), 0); });
+        QVERIFY(f.tree.LoadShows());
+        QCOMPARE(
+            f.Text(), u"0 ( 0 / 0 / 1 ) [Closed]\n"
+                      "  8 ???? - undated [Unchecked]\n"
+                      "1994 ( 1 / 0 / 2 ) [Closed]\n"
+                      "  6 1994-??-?? - w (wrong date) [WrongDate]\n"
+                      "  3 1994-01-?? - y [Unchecked]\n"
+                      "  2 1994-02-?? - x [FormatFLAC]\n"
+                      "1995 ( 0 / 1 / 1 ) [Closed]\n"
+                      "  1 1995-??-?? - b [FormatMP3]\n"
+                      "Albums ( 1 / 1 / 2 ) [CD]\n"
+                      "  5 1994 - apple [FormatMP3]\n"
+                      "  4 1994 - Zebra [FormatFLAC]\n"
+                      "Radio ( 0 / 0 / 1 ) [Closed]\n"
+                      "  7 1990-??-?? - r [Unchecked]\n"
+                      "Videos ( 0 / 1 / 1 ) [Video]\n"
+                      "  9 v -  [FormatLaserdisc]\n"_s);
+        QCOMPARE(f.tree.ShownCount(), 9);
+        QCOMPARE(f.tree.Model().Groups()[1]->text, u"1994       ( 1 / 0 / 2 )"_s);
+        QVERIFY(!f.document.IsChanged());
+
+        QVERIFY(f.tree.LoadShows());
+        QCOMPARE(f.tree.Model().Groups()[1]->text, u"1994       ( 1 / 0 / 2 )"_s);
+        QCOMPARE(f.tree.ShownCount(), 9);
+    }
+
+    void choicesOfTheView_data()
+    {
+        QTest::addColumn<QByteArray>("typesShown");
+        QTest::addColumn<bool>("wrongDate");
+        QTest::addColumn<ViewFilter>("filter");
+        QTest::addColumn<QString>("shown");
+        const QByteArray all;
+        QTest::newRow("all") << all << true << ViewFilter::All << u"8|6 3 2|1|5 4|7|9"_s;
+        QTest::newRow("no wrong dates") << all << false << ViewFilter::All << u"8|3 2|1|5 4|7|9"_s;
+        QTest::newRow("lossless") << all << true << ViewFilter::LosslessOnly << u"|6 2||4||"_s;
+        QTest::newRow("lossy") << all << true << ViewFilter::LossyOnly << u"||1|5||9"_s;
+        QTest::newRow("need lossless") << all << true << ViewFilter::NeedLossless << u"8|3|1|5|7|9"_s;
+        QTest::newRow("do not have") << all << true << ViewFilter::DoNotHave << u"8|3|||7|"_s;
+        QTest::newRow("no concerts") << QByteArray("Show-Concert=False\r\n") << true << ViewFilter::All << u"5 4|7|9"_s;
+        QTest::newRow("own type hidden") << QByteArray("Show-Radio=False\r\nShow-Album=False\r\n") << true
+                                         << ViewFilter::All << u"8|6 3 2|1|9"_s;
+    }
+
+    void choicesOfTheView()
+    {
+        QFETCH(QByteArray, typesShown);
+        QFETCH(bool, wrongDate);
+        QFETCH(ViewFilter, filter);
+        QFETCH(QString, shown);
+        Fixture f(kShows, typesShown);
+        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        f.options.showWrongDate = wrongDate;
+        f.options.filter = filter;
+        f.tree.LoadShows();
+        QStringList groups;
+        for (const auto &group : f.tree.Model().Groups()) {
+            QStringList ids;
+            for (const auto &listing : group->listings)
+                ids.append(listing->id);
+            groups.append(ids.join(u' '));
+        }
+        QCOMPARE(groups.join(u'|'), shown);
+    }
+
+    void newTypeJoinsTheCatalog()
+    {
+        Fixture f("<Item ID='1' Type='R&amp;B'/><Item ID='2' Type='R&amp;B'/><Item ID='3' Type='concert'/>");
+        f.tree.LoadShows();
+        QCOMPARE(f.document.Types(), QStringList({u"R&B"_s, u"concert"_s}));
+        QCOMPARE(f.types.ShownNames().mid(6), QStringList({u"R&B"_s, u"concert"_s}));
+        QVERIFY(!f.document.IsChanged());
+    }
+
+    void groupsAndListingsHaveKeysOfTheirOwn()
+    {
+        Fixture f(
+            "<Item ID='5' Type='s5'/><Item ID='6' Type='y1994'/><Item ID='7' Year='1994'/><Item ID='5' Year='1990'/>"
+            "<Item Venue='no ID'/>");
+        f.options.showYearTotals = false;
+        f.tree.LoadShows();
+        // A type called like a year's key shares its group, and of two listings with one ID the tree holds the first.
+        QCOMPARE(
+            f.Text(), u"0 [Closed]\n   ???? - no ID [Unchecked]\n"
+                      "1990 [Closed]\n"
+                      "s5 [Closed]\n  5 ???? -  [Unchecked]\n"
+                      "y1994 [Closed]\n  6 ???? -  [Unchecked]\n  7 1994-??-?? -  [Unchecked]\n"_s);
+    }
+
+    void editsMoveAndRelabel()
+    {
+        Fixture f(kShows);
+        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        f.options.showYearTotals = false;
+        f.tree.LoadShows();
+        BrowseTree::Listing &moved = f.Listing(u"1"_s);
+        const QPersistentModelIndex kept = f.tree.Model().IndexOf(moved);
+
+        WriteAttribute(moved.element, "Year", u"1994"_s);
+        f.tree.UpdateListName(moved);
+        QVERIFY(!f.tree.Model().FindGroup(u"y1995"_s));
+        QCOMPARE(kept.data(BrowseTreeModel::KeyRole).toString(), u"s1"_s);
+        QCOMPARE(kept.parent().data().toString(), u"1994"_s);
+
+        for (const auto &[month, row] :
+             {std::pair(u"1"_s, 1), std::pair(u"12"_s, 3), std::pair(u"2"_s, 2), std::pair(u""_s, 0)}) {
+            WriteAttribute(moved.element, "Month", month);
+            f.tree.UpdateListName(moved);
+            QCOMPARE(kept.row(), row);
+        }
+        WriteAttribute(moved.element, "Type", u"Bootleg"_s);
+        f.tree.UpdateListName(moved);
+        QCOMPARE(kept.parent().data().toString(), u"Bootlegs"_s);
+        QCOMPARE(kept.data().toString(), u"b - 1994"_s);
+        QCOMPARE(f.tree.ShownCount(), 9);
+    }
+
+    void removedListingsLeaveTheTree()
+    {
+        Fixture f(kShows);
+        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        f.tree.LoadShows();
+        f.document.RemoveListing(u"1"_s);
+        QVERIFY(!f.tree.Model().FindListing(u"1"_s));
+        QVERIFY(f.tree.Model().FindGroup(u"y1995"_s));
+        QCOMPARE(f.tree.ShownCount(), 8);
+        f.document.Clear();
+        QCOMPARE(f.tree.Model().rowCount(), 0);
+    }
+
+    void totalsSwitchedOffCutAtTheFirstBlank()
+    {
+        Fixture f("<Item ID='1' Type='Live Video'/>");
+        f.tree.LoadShows();
+        BrowseTree::Group &group = *f.tree.Model().FindGroup(u"Live Video"_s);
+        QCOMPARE(group.text, u"Live Video       ( 0 / 0 / 1 )"_s);
+        f.tree.RemoveYearCount(group);
+        QCOMPARE(group.text, u"Live"_s);
+        f.tree.AddYearCount(group);
+        QCOMPARE(group.text, u"Live       ( 0 / 0 / 1 )"_s);
+    }
+
+    void hugeLabelsAreCutForDisplayOnly()
+    {
+        Fixture f("<Item ID='1' Venue='" + QByteArray(5'000'000, 'x') + "'/>");
+        f.tree.LoadShows();
+        QCOMPARE(f.ListingText(f.Listing(u"1"_s)).size(), BrowseTreeModel::kShownLabelLength + 1);
+        QCOMPARE(f.Listing(u"1"_s).sortKey.size(), size_t(5'000'007));
+    }
+};
+
+QTEST_MAIN(TestBrowseTree)
+#include "test_browsetree.moc"

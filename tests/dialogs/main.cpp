@@ -1,0 +1,13 @@
+#include "application.h"
+#include "tests.h"
+
+#include <QTest>
+
+int main(int argc, char *argv[])
+{
+    const Application application(argc, argv);
+    int failures = 0;
+    for (const auto create : {CreateSelectTest, CreateSetupTest, CreateShortcutTest})
+        failures += QTest::qExec(create().get(), argc, argv);
+    return failures;
+}

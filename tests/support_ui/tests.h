@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+std::unique_ptr<QObject> CreateKeysTest();
+std::unique_ptr<QObject> CreatePositionsTest();
+std::unique_ptr<QObject> CreateErrorFormTest();
+std::unique_ptr<QObject> CreateDialogsTest();
