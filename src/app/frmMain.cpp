@@ -27,6 +27,12 @@
 
 using namespace Qt::StringLiterals;
 
+// The icons lie in a static library, whose resources are linked only when they are named. Outside of any namespace.
+static void RegisterIcons()
+{
+    Q_INIT_RESOURCE(icons);
+}
+
 namespace {
 
 constexpr auto kModule = "frmMain";
@@ -44,6 +50,7 @@ constexpr int kFrameWidth = 6000;
 
 QIcon ProgramIcon()
 {
+    RegisterIcons();
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(u":/icons/discbook-%1.png"_s.arg(size));

@@ -7,6 +7,12 @@
 
 using namespace Qt::StringLiterals;
 
+// The pictures lie in a static library, whose resources are linked only when they are named. Outside of any namespace.
+static void RegisterPictures()
+{
+    Q_INIT_RESOURCE(pictures);
+}
+
 namespace {
 
 constexpr auto kFormatPrefix = "Format"_L1;
@@ -28,6 +34,7 @@ QIcon IconFromImage(const QImage &image)
 
 PictureList::PictureList()
 {
+    RegisterPictures();
     for (const QString &name :
          {u"Open"_s, u"Closed"_s, u"Unchecked"_s, u"Checked"_s, u"WrongDate"_s, u"CD"_s, u"Interview"_s, u"Music"_s,
           u"Video"_s})

@@ -1,0 +1,490 @@
+#include "editorwindow.h"
+
+#include "notebox.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto kShows = R"(
+<Item ID='1' Type='Concert' Year='1994' Month='07' Venue='Hall' Format='FLAC' DateAdded='2001-2-3 10:00'/>
+<Item ID='2' Year='1999x' Day='x' Venue='Barn' WrongDate='2'><Notes>a\nb\\c</Notes></Item>
+<Item ID='3' Type='Album' Venue='Best' Length='2:10:00' Format='MP3'><SetList>one, two (a, b), three</SetList></Item>
+<Item ID='4' Type='Radio' Year='1990' Venue='Studio' DateAdded='last week'/>
+<Type>Radio</Type>)";
+
+/// What the panel shows, control by control.
+QString Shown(const EditorWindow &w)
+{
+    QStringList texts;
+    for (const char *name : {"cboType", "cboYear", "cboMonth", "cboDay"})
+        texts += w.Find<QComboBox>(name).currentText();
+    for (const char *name : {"txtVenue", "txtLength", "txtGrade"})
+        texts += w.Find<QLineEdit>(name).text();
+    texts += w.Find<QComboBox>("icbFormat").currentText();
+    texts += w.Find<QCheckBox>("chkWrongDate").isChecked() ? u"wrong"_s : u""_s;
+    texts += w.Find<QLabel>("lblDateAdded").text() + (w.Find<QPushButton>("cmdClearDate").isEnabled() ? u"*"_s : u""_s);
+    texts += w.Find<QLabel>("lblVenue").text() + (w.Find<QLineEdit>("txtShow").isVisible() ? u" Show"_s : u""_s);
+    for (const char *name : {"txtSetList", "txtSetNotes", "txtComment"})
+        texts += w.Find<NoteBox>(name).Text().replace("\r\n"_L1, "/"_L1);
+    return texts.join(u'|');
+}
+
+void TurnWheel(QWidget &widget)
+{
+    QWheelEvent turn(
+        widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &turn);
+}
+
+void ChooseByMouse(QComboBox &box, int row)
+{
+    box.showPopup();
+    QAbstractItemView &list = *box.view();
+    const QPoint point = list.visualRect(box.model()->index(row, 0)).center();
+    QTest::mouseMove(list.viewport(), point);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, point);
+    QTRY_VERIFY(!list.isVisible());
+}
+
+} // namespace
+
+class TestDetailPanel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void filling_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("concert") << u"1"_s << u"Concert|1994|7|0|Hall|||FLAC||2001-02-03*|Ven&ue Show|||"_s;
+        QTest::newRow("no type, odd numbers") << u"2"_s << u"Concert|1999|0|0|Barn||||wrong||Ven&ue Show||a/b\\c|"_s;
+        QTest::newRow("album") << u"3"_s
+                               << u"Album|0|0|0|Best|2:10:00||MP3|||T&itle|one/two (a, b)/three||"_s;
+        QTest::newRow("type of the user's own") << u"4"_s << u"Radio|1990|0|0|Studio|||||last week*|Ven&ue Show|||"_s;
+    }
+
+    void filling()
+    {
+        QFETCH(QString, id);
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        w.Select(id);
+        QTEST(Shown(w), "shown");
+        QCOMPARE(w.fra.title(), u"Recording Information for ID "_s + id);
+    }
+
+    void browsingChangesNothing()
+    {
+        EditorWindow w(kShows);
+        for (const char *id : {"1", "2", "3", "4", "3", "2", "1"}) {
+            w.Select(QString::fromLatin1(id));
+            QCoreApplication::processEvents();
+        }
+        w.window.setFont(QFont(u"Sans"_s, 14));
+        QPalette dark;
+        dark.setColor(QPalette::Base, Qt::black);
+        w.fra.setPalette(dark);
+        QCoreApplication::processEvents();
+        w.types.Toggle(ShownTypes::Bootleg);
+        QVERIFY(!w.document.IsChanged());
+        QCOMPARE(
+            w.Item(u"2"_s),
+            uR"(<Item ID="2" Year="1999x" Day="x" Venue="Barn" WrongDate="2" Type="Concert">)"
+            uR"(<Notes>a\nb\\c</Notes><SetList/><Comment/></Item>)"_s);
+        QCOMPARE(
+            w.Item(u"3"_s),
+            uR"(<Item ID="3" Type="Album" Venue="Best" Length="2:10:00" Format="MP3">)"
+            uR"(<SetList>one, two (a, b), three</SetList><Notes/><Comment/></Item>)"_s);
+    }
+
+    void edits_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("attributes");
+        QTest::addColumn<QString>("node");
+        const auto row = [](const char *control, const QString &keys, const QString &attributes, const QString &node) {
+            QTest::addRow("%s %s", control, qPrintable(keys.simplified()))
+                << QString::fromLatin1(control) << keys << attributes << node;
+        };
+        row("cboYear", u"195"_s, uR"(Year="1959" Month="7" Venue="Hall")"_s, u"1959 > 1959-07-?? - Hall [Unchecked]"_s);
+        row("cboYear", u"1\b"_s, uR"(Year="" Month="7" Venue="Hall")"_s, u"0 > ???? - Hall [Unchecked]"_s);
+        row("cboYear", u"3a"_s, uR"(Year="1994" Month="7" Venue="Hall")"_s, {});
+        row("cboMonth", u"12"_s, uR"(Year="1994" Month="12" Venue="Hall")"_s, u"1994 > 1994-12-?? - Hall [Unchecked]"_s);
+        row("cboDay", u"3"_s, uR"(Year="1994" Month="7" Venue="Hall" Day="3")"_s,
+            u"1994 > 1994-07-03 - Hall [Unchecked]"_s);
+        row("txtVenue", u"<&\"é'>"_s, uR"(Year="1994" Month="7" Venue="&lt;&amp;&quot;é'&gt;")"_s,
+            u"1994 > 1994-07-?? - <&\"é'> [Unchecked]"_s);
+        row("txtShow", u"Night 2"_s, uR"(Year="1994" Month="7" Venue="Hall" Show="Night 2")"_s,
+            u"1994 > 1994-07-?? - Hall (Night 2) [Unchecked]"_s);
+        row("txtLength", u"x1.2,.5\b"_s, uR"(Year="1994" Month="7" Venue="Hall" Length="1.2")"_s,
+            u"1994 > 1994-07-?? - Hall (1.2) [Unchecked]"_s);
+        row("txtSource", u"SBD"_s, uR"(Year="1994" Month="7" Venue="Hall" Source="SBD")"_s,
+            u"1994 > 1994-07-?? - Hall (SBD) [Unchecked]"_s);
+        row("txtGrade", u"aß-"_s, uR"(Year="1994" Month="7" Venue="Hall" Grade="Aß-")"_s,
+            u"1994 > 1994-07-?? - Hall (Aß-) [Unchecked]"_s);
+        row("txtSeeder", u"joe"_s, uR"(Year="1994" Month="7" Venue="Hall" Seeder="joe")"_s,
+            u"1994 > 1994-07-?? - Hall (joe) [Unchecked]"_s);
+        row("txtStoredIn", u"Box"_s, uR"(Year="1994" Month="7" Venue="Hall" Stored="Box")"_s,
+            u"1994 > 1994-07-?? - Hall [Unchecked]"_s);
+        row("txtVenue", u"ab^z"_s, uR"(Year="1994" Month="7" Venue="Hall")"_s, u"1994 > 1994-07-?? - Hall [Unchecked]"_s);
+    }
+
+    void edits()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, keys);
+        QFETCH(QString, attributes);
+        QFETCH(QString, node);
+        EditorWindow w("<Item ID='1' Type='Concert' Year='1994' Month='7' Venue='Hall'/><Item ID='2' Type='Album'/>");
+        w.Select(u"1"_s);
+        Type(w.Field(control), keys);
+        QCOMPARE(
+            w.Item(u"1"_s),
+            uR"(<Item ID="1" Type="Concert" %1><SetList/><Notes/><Comment/></Item>)"_s.arg(attributes));
+        QCOMPARE(w.document.IsChanged(), !node.isEmpty());
+        if (!node.isEmpty())
+            QCOMPARE(w.Node(u"1"_s).replace(QRegularExpression(u" \\(.*?/.*?\\) >"_s), u" >"_s), node);
+        QCOMPARE(w.CurrentKey(), u"s1"_s);
+    }
+
+    void notes_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("line breaks") << u"a\r\nb\nc"_s << u"\rd"_s << u"a\\nb\\nc\\nd"_s;
+        QTest::newRow("tabs") << u"a\tb"_s << u"\tc"_s << u"a\\tb\\tc"_s;
+        QTest::newRow("no-break space") << u"a\u00a0b"_s << u"\u00a0"_s << u"a\u00a0b\u00a0"_s;
+        QTest::newRow("backslashes, markup") << u"C:\\new <x> & y"_s << u""_s << u"C:\\\\new &lt;x> &amp; y"_s;
+        QTest::newRow("outer breaks") << u"\n\na"_s << u"\r\r"_s << u"a"_s;
+        QTest::newRow("forbidden characters") << u"a\x0b\x0c\x01"_s << u"b"_s << u"ab"_s;
+        QTest::newRow("beyond 16 bits") << u"𝄞"_s << u""_s << u"𝄞"_s;
+        QTest::newRow("undo") << u"a"_s << u"b\rc^z^z^z"_s << u"a"_s;
+    }
+
+    void notes()
+    {
+        QFETCH(QString, pasted);
+        QFETCH(QString, keys);
+        QFETCH(QString, stored);
+        const auto element = [&stored](const char *name, const char *box) {
+            return stored.isEmpty() || qstrcmp(name, box) != 0 ? u"<%1/>"_s.arg(QLatin1StringView(name))
+                                                               : u"<%1>%2</%1>"_s.arg(QLatin1StringView(name), stored);
+        };
+        const std::pair<const char *, const char *> boxes[] = {
+            {"txtSetList", "SetList"}, {"txtSetNotes", "Notes"}, {"txtComment", "Comment"}};
+        for (const auto &[control, name] : boxes) {
+            EditorWindow w("<Item ID='1' Type='Album'/>");
+            w.Select(u"1"_s);
+            auto &box = w.Find<NoteBox>(control);
+            QGuiApplication::clipboard()->setText(pasted);
+            box.setFocus();
+            box.paste();
+            Type(box, keys);
+            QCOMPARE(
+                w.Item(u"1"_s),
+                u"<Item ID=\"1\" Type=\"Album\">%1%2%3</Item>"_s.arg(
+                    element("SetList", name), element("Notes", name), element("Comment", name)));
+            QVERIFY(w.document.IsChanged());
+        }
+    }
+
+    void shiftEnterIsALineBreak()
+    {
+        EditorWindow w("<Item ID='1' Type='Album'/>");
+        w.Select(u"1"_s);
+        auto &box = w.Find<NoteBox>("txtComment");
+        Type(box, u"a"_s);
+        QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
+        Type(box, u"b"_s);
+        QCOMPARE(box.Text(), u"a\r\nb"_s);
+    }
+
+    void singleLineBoxesKeepOneLine()
+    {
+        EditorWindow w("<Item ID='1' Type='Album'/>");
+        w.Select(u"1"_s);
+        auto &box = w.Find<QLineEdit>("txtVenue");
+        QGuiApplication::clipboard()->setText(u"a\nb\x01"_s);
+        box.paste();
+        QVERIFY(w.Item(u"1"_s).contains(uR"(Venue="a b")"_s));
+    }
+
+    /// What was undone in one listing's box must not be that of another listing.
+    void undoEndsWithTheListing()
+    {
+        EditorWindow w("<Item ID='1' Type='Album' Venue='x'/><Item ID='2' Type='Album' Venue='y'/>");
+        w.Select(u"1"_s);
+        Type(w.Field(u"txtVenue"_s), u"y"_s);
+        Type(w.Field(u"txtComment"_s), u"c"_s);
+        w.Select(u"2"_s);
+        Type(w.Field(u"txtVenue"_s), u"^z"_s);
+        Type(w.Field(u"txtComment"_s), u"^z"_s);
+        QVERIFY(w.Item(u"2"_s).contains(uR"(Venue="y"><SetList/><Notes/><Comment/>)"_s));
+    }
+
+    void savingKeepsTheCursor()
+    {
+        EditorWindow w("<Item ID='1' Type='Concert' Venue='Hall'/>");
+        w.document.SetPath(w.folder.Path(u"Shows.xml"_s));
+        w.Select(u"1"_s);
+        const auto save = [&w] {
+            w.document.Save();
+            w.fra.trv_NodeClick(w.trv.currentIndex());
+        };
+        auto &venue = w.Find<QLineEdit>("txtVenue");
+        venue.setFocus();
+        venue.setCursorPosition(2);
+        save();
+        QTest::keyClicks(&venue, u"x"_s);
+        QCOMPARE(venue.text(), u"Haxll"_s);
+        Type(w.Field(u"txtComment"_s), u"one\r"_s);
+        save();
+        Type(w.Field(u"txtComment"_s), u"two"_s);
+        Type(w.Field(u"txtSetList"_s), u"a, b"_s);
+        save();
+        Type(w.Field(u"txtSetList"_s), u"c"_s);
+        QVERIFY(w.Item(u"1"_s).contains(u"<Comment>one\\ntwo</Comment>"_s));
+        QVERIFY(w.Item(u"1"_s).contains(u"<SetList>a\\nbc</SetList>"_s));
+    }
+
+    void typeChange_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("node");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("album") << u"Album"_s << u"Albums > 1994 - Hall [Unchecked]"_s << u"T&itle"_s;
+        QTest::newRow("interview") << u"Interview"_s << u"Interviews > 1994 - Hall [Unchecked]"_s << u"Ven&ue"_s;
+        QTest::newRow("own") << u"R&B"_s << u"R&B > 1994-??-?? - Hall [Unchecked]"_s << u"Ven&ue Show"_s;
+    }
+
+    void typeChange()
+    {
+        QFETCH(QString, type);
+        EditorWindow w("<Item ID='1' Type='Concert' Year='1994' Venue='Hall'/><Type>R&amp;B</Type>");
+        w.Select(u"1"_s);
+        auto &box = w.Find<QComboBox>("cboType");
+        box.setFocus();
+        // Letters choose in the closed list, and tell nobody by activated().
+        QTest::keyClicks(&box, type.left(1));
+        QCOMPARE(box.currentText(), type);
+        QTEST(w.Node(u"1"_s), "node");
+        QVERIFY(w.Item(u"1"_s).contains(type.toHtmlEscaped()));
+        const bool show = w.Find<QLineEdit>("txtShow").isVisible();
+        QCOMPARE(w.Find<QLabel>("lblShow").isVisible(), show);
+        QTEST(w.Find<QLabel>("lblVenue").text() + (show ? u" Show"_s : u""_s), "caption");
+        QVERIFY(w.document.IsChanged());
+        QVERIFY(!w.tree.Model().FindGroup(u"y1994"_s));
+        QCOMPARE(w.trv.currentIndex().data(BrowseTreeModel::KeyRole), u"s1"_s);
+        QVERIFY(w.trv.visualRect(w.trv.currentIndex()).isValid());
+    }
+
+    void typeListFollowsTheShownTypes()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"4"_s);
+        auto &box = w.Find<QComboBox>("cboType");
+        w.types.Toggle(w.types.Find(u"Radio"_s));
+        QCOMPARE(box.findText(u"Radio"_s), -1);
+        QCOMPARE(box.placeholderText(), u"Radio"_s);
+        w.types.Toggle(w.types.Find(u"Radio"_s));
+        QCOMPARE(box.currentText(), u"Radio"_s);
+        QVERIFY(!w.document.IsChanged());
+    }
+
+    void wrongDate()
+    {
+        EditorWindow w("<Item ID='1' Type='Concert' Year='1994' Venue='Hall' Length='1.0' Format='FLAC'/>");
+        w.Select(u"1"_s);
+        auto &box = w.Find<QCheckBox>("chkWrongDate");
+        QTest::keyClick(&box, Qt::Key_Space);
+        QVERIFY(w.Item(u"1"_s).contains(uR"(WrongDate="1")"_s));
+        QCOMPARE(w.Node(u"1"_s).section(u" > "_s, 1), u"1994-??-?? - Hall (wrong date) [WrongDate]"_s);
+        QVERIFY(w.document.IsChanged());
+        QTest::keyClick(&box, Qt::Key_Space);
+        QVERIFY(w.Item(u"1"_s).contains(uR"(WrongDate="")"_s));
+        QCOMPARE(w.Node(u"1"_s).section(u" > "_s, 1), u"1994-??-?? - Hall (1.0) [FormatFLAC]"_s);
+    }
+
+    void format_data()
+    {
+        using Way = std::function<void(EditorWindow &, QComboBox &)>;
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<Way>("way");
+        QTest::addColumn<QString>("after");
+        const auto row = [](const char *name, const QString &before, const QString &after, const Way &way) {
+            QTest::newRow(name) << before << way << after;
+        };
+        const auto key = [](Qt::Key pressed, int times = 1) {
+            return [=](EditorWindow &, QComboBox &box) {
+                box.setFocus();
+                for (int i = 0; i < times; ++i)
+                    QTest::keyClick(&box, pressed);
+            };
+        };
+        const auto icon = [](EditorWindow &w, QComboBox &) {
+            QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, w.PicturePoint());
+        };
+        const auto choose = [](int format) { return [=](EditorWindow &, QComboBox &box) { ChooseByMouse(box, format); }; };
+        const QString none = u""_s;
+        const QString flac = uR"( Format="FLAC" DateAdded="2000-01-01")"_s;
+        const QString mp3 = uR"( Format="MP3" DateAdded="2000-01-01")"_s;
+        const QString cleared = uR"( Format="" DateAdded="")"_s;
+        row("mouse", none, uR"( DateAdded="2024-02-29" Format="MP3")"_s, choose(3));
+        row("mouse, date kept", flac, mp3, choose(3));
+        row("mouse, none", flac, cleared, choose(0));
+        row("mouse, the same again", flac, flac, choose(1));
+        row("mouse, the same again, no date yet", uR"( Format="FLAC")"_s,
+            uR"( Format="FLAC" DateAdded="2024-02-29")"_s, choose(1));
+        row("arrow", none, uR"( DateAdded="2024-02-29" Format="FLAC")"_s, key(Qt::Key_Down));
+        row("letter", none, uR"( DateAdded="2024-02-29" Format="MP3")"_s, key(Qt::Key_M));
+        row("letter twice", none, uR"( DateAdded="2024-02-29" Format="FLV")"_s, key(Qt::Key_F, 2));
+        row("letter around", flac, flac, key(Qt::Key_F, 2));
+        row("letter of none", flac, flac, key(Qt::Key_X));
+        row("Delete", flac, cleared, key(Qt::Key_Delete));
+        row("Backspace", flac, cleared, key(Qt::Key_Backspace));
+        row("picture", none, uR"( DateAdded="2024-02-29" Format="FLAC")"_s, icon);
+        row("picture, beyond the last", uR"( Format="R&amp;B" DateAdded="2000-01-01")"_s, cleared, icon);
+        row("picture, wrong date first", uR"( WrongDate="1" Format="FLAC")"_s, uR"( WrongDate="" Format="FLAC")"_s, icon);
+        row("clear date", flac, uR"( Format="FLAC" DateAdded="")"_s, [](EditorWindow &w, QComboBox &) {
+            QTest::mouseClick(&w.Field(u"cmdClearDate"_s), Qt::LeftButton);
+        });
+    }
+
+    /// Each of these is the first thing that happens after the listing was selected.
+    void format()
+    {
+        QFETCH(QString, before);
+        QFETCH(std::function<void(EditorWindow &, QComboBox &)>, way);
+        QFETCH(QString, after);
+        const QString item = uR"(<Item ID="1" Type="Album"%1><SetList/><Notes/><Comment/></Item>)"_s;
+        EditorWindow w(item.arg(before).toUtf8() + "<Item ID='2' Type='Album' Format='MP3'/>");
+        w.Select(u"2"_s);
+        w.Select(u"1"_s);
+        way(w, w.Find<QComboBox>("icbFormat"));
+        QCOMPARE(w.Item(u"1"_s), item.arg(after));
+        const pugi::xml_attribute format = w.document.Listing(u"1"_s).attribute("Format");
+        const bool held = *format.value() != '\0';
+        QCOMPARE(
+            w.tree.Model().FindListing(u"1"_s)->picture,
+            held ? u"Format"_s + QString::fromUtf8(format.value()) : u"Unchecked"_s);
+        const QString dated = QString::fromUtf8(w.document.Listing(u"1"_s).attribute("DateAdded").value());
+        QCOMPARE(w.Find<QLabel>("lblDateAdded").text(), dated);
+        QCOMPARE(w.Find<QPushButton>("cmdClearDate").isEnabled(), !dated.isEmpty());
+        QCOMPARE(w.document.IsChanged(), before != after || QString::fromLatin1(QTest::currentDataTag()) == u"letter around"_s);
+    }
+
+    void totalsFollowTheFormat()
+    {
+        EditorWindow w("<Item ID='1' Type='Album'/><Item ID='2' Type='Video'/>");
+        w.Select(u"1"_s);
+        w.fra.SelectFormat(1);
+        QCOMPARE(w.tree.Model().FindGroup(u"Albums"_s)->text, u"Albums       ( 1 / 0 / 1 )"_s);
+    }
+
+    void wheelNeedsTheFocus()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        w.trv.setFocus();
+        for (const char *name : {"cboType", "cboYear", "cboMonth", "cboDay", "icbFormat"})
+            TurnWheel(w.Field(QString::fromLatin1(name)));
+        QVERIFY(!w.document.IsChanged());
+        w.Field(u"cboMonth"_s).setFocus();
+        TurnWheel(w.Field(u"cboMonth"_s));
+        QVERIFY(w.Item(u"1"_s).contains(uR"(Month="8")"_s));
+    }
+
+    void tabGoesInTheOrderOfTheFields()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        QStringList order;
+        for (w.Field(u"cboType"_s).setFocus(); order.size() < 17; QTest::keyClick(w.window.focusWidget(), Qt::Key_Tab))
+            order += w.window.focusWidget()->objectName();
+        QCOMPARE(
+            order.join(u' '),
+            u"cboType cboYear cboMonth cboDay txtVenue txtShow txtLength txtSource txtGrade txtSeeder txtStoredIn "
+            "icbFormat chkWrongDate cmdClearDate txtSetList txtSetNotes txtComment"_s);
+        QVERIFY(!w.document.IsChanged());
+    }
+
+    void everyFieldHasItsLabel()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        QHash<const QWidget *, QString> captions;
+        for (const QLabel *label : w.fra.findChildren<QLabel *>()) {
+            if (label->buddy() && label->buddy()->parent() == label->parent())
+                captions.insert(label->buddy(), label->text());
+        }
+        QCOMPARE(captions.size(), 16);
+        QCOMPARE(captions.value(&w.Field(u"txtStoredIn"_s)), u"Stored &in:"_s);
+        QCOMPARE(captions.value(&w.Field(u"txtComment"_s)), u"Recording &Comments:"_s);
+        QCOMPARE(w.Field(u"cmdClearDate"_s).toolTip(), u"Clear date added."_s);
+        QVERIFY(!w.Field(u"cmdClearDate"_s).accessibleName().isEmpty());
+    }
+
+    void entrySelectsAll()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        auto &venue = w.Find<QLineEdit>("txtVenue");
+        QTest::mouseClick(&venue, Qt::LeftButton, {}, {10, 5});
+        QCOMPARE(venue.selectedText(), u"Hall"_s);
+        QTest::keyClick(&venue, Qt::Key_Backtab);
+        QCOMPARE(w.Find<QComboBox>("cboDay").lineEdit()->selectedText(), u"0"_s);
+    }
+
+    void layout()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"3"_s);
+        QWidget *boxes[] = {&w.Field(u"txtSetList"_s), &w.Field(u"txtSetNotes"_s), &w.Field(u"txtComment"_s)};
+        const char *labels[] = {"lblSetList", "lblSetNotes", "lblComments"};
+        int above = w.Field(u"cmdClearDate"_s).geometry().bottom();
+        for (size_t i = 0; i < 3; ++i) {
+            const QRect label = w.Field(QString::fromLatin1(labels[i])).geometry();
+            const QRect box = boxes[i]->geometry();
+            QVERIFY(label.top() > above && box.top() > label.bottom());
+            QCOMPARE(box.left(), 8);
+            QVERIFY(std::abs(box.height() - boxes[0]->height()) <= 1);
+            QVERIFY2(box.height() >= 60, "too low to be used in the smallest window");
+            above = box.bottom();
+        }
+        QVERIFY(above <= w.fra.height() && above > w.fra.height() - 14);
+    }
+
+    void groupsAndResetsHideThePanel()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        QVERIFY(w.Field(u"txtVenue"_s).isVisible());
+        w.SelectKey(u"y1994"_s);
+        QVERIFY(!w.Field(u"txtVenue"_s).isVisible() && !w.Field(u"lblVenue"_s).isVisible() && w.fra.isVisible());
+        QVERIFY(!w.copyListing.isEnabled());
+        w.Select(u"1"_s);
+        QVERIFY(w.Field(u"txtVenue"_s).isVisible());
+        w.document.Clear();
+        QVERIFY(!w.Field(u"txtVenue"_s).isVisible());
+        QVERIFY(!w.fra.CurrentItem());
+    }
+};
+
+QTEST_MAIN(TestDetailPanel)
+#include "test_detailpanel.moc"
