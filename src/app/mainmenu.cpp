@@ -20,6 +20,13 @@ QAction *AddItem(QMenu &menu, const char *name, const QString &caption, const QK
     return item;
 }
 
+QAction *AddSeparator(QMenu &menu, const char *name)
+{
+    QAction *separator = menu.addSeparator();
+    separator->setObjectName(QLatin1StringView(name));
+    return separator;
+}
+
 QAction *AddCheckItem(QMenu &menu, const char *name, const QString &caption)
 {
     QAction *item = AddItem(menu, name, caption);
@@ -49,8 +56,8 @@ void MainMenu::MakeFileMenu(QMenuBar &bar)
     mnuFileSave = AddItem(*mnuFile, "mnuFileSave", u"&Save"_s, QKeySequence::Save);
     mnuFile->addSeparator();
     mnuFileMakeCatalogShortcut = AddItem(*mnuFile, "mnuFileMakeCatalogShortcut", u"&Make Catalog Shortcut"_s);
-    mnuFileDashMRU = mnuFile->addSeparator();
-    mnuFileDashExit = mnuFile->addSeparator();
+    mnuFileDashMRU = AddSeparator(*mnuFile, "mnuFileDashMRU");
+    mnuFileDashExit = AddSeparator(*mnuFile, "mnuFileDashExit");
     mnuFileExit = AddItem(*mnuFile, "mnuFileExit", u"E&xit"_s, QKeySequence::Quit);
     mnuFileExit->setMenuRole(QAction::QuitRole);
 }
@@ -110,7 +117,7 @@ void MainMenu::MakeViewMenu(QMenuBar &bar)
 void MainMenu::MakeWebSourcesMenu(QMenuBar &bar)
 {
     mnuWebSources = AddMenu(bar, "mnuWebSources", u"&Web sources"_s);
-    mnuWebSourcesDash = mnuWebSources->addSeparator();
+    mnuWebSourcesDash = AddSeparator(*mnuWebSources, "mnuWebSourcesDash");
     mnuWebSourcesDash->setVisible(false);
     mnuWebSourcesSetup = AddItem(*mnuWebSources, "mnuWebSourcesSetup", u"&Setup"_s);
 }

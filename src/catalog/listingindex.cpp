@@ -64,7 +64,7 @@ void ListingIndex::RemoveFirst(QByteArrayView id)
     const pugi::xml_node next = others.front();
     others.erase(others.begin());
     m_first.insert(Id(next), next);
-    m_others.insert(Id(next), std::move(others));
+    m_others[Id(next)] = std::move(others);
 }
 
 pugi::xml_node ListingIndex::Find(QByteArrayView id) const

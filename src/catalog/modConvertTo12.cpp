@@ -36,15 +36,25 @@ struct Input
     XmlFile user;
 };
 
+/// The file itself, there or not, when the path is a link to it: the link is to lead to the converted catalog.
+QString WithoutLinks(const QString &path)
+{
+    constexpr int maxLinks = 40;
+    QFileInfo info(path);
+    for (int links = 0; info.isSymbolicLink() && links < maxLinks; ++links)
+        info.setFile(info.symLinkTarget());
+    return info.filePath();
+}
+
 /// All files that a conversion touches.
 struct Files
 {
-    explicit Files(const QString &catalogPath, const QString &userPath)
-        : catalog(catalogPath),
+    Files(const QString &catalogPath, const QString &userPath)
+        : catalog(WithoutLinks(catalogPath)),
           user(userPath),
-          merged(catalogPath + kMergedSuffix),
+          merged(catalog + kMergedSuffix),
           backupFolder(InFolder(ProgramFolder(), u"Conversion Backup"_s)),
-          catalogBackup(InFolder(backupFolder, FileTitle(catalogPath, true))),
+          catalogBackup(InFolder(backupFolder, FileTitle(catalog, true))),
           userBackup(InFolder(backupFolder, FileTitle(userPath, true)))
     {
     }

@@ -14,6 +14,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kLineBreak = "\r\n"_L1;
+constexpr auto kEscapedLineBreak = R"(\n)"_L1;
+constexpr auto kTab = "\t"_L1;
+constexpr auto kEscapedTab = R"(\t)"_L1;
+constexpr auto kBackslash = R"(\)"_L1;
+constexpr auto kTwoBackslashes = R"(\\)"_L1;
 
 bool IsAllowedAlone(QChar c)
 {
@@ -98,12 +103,13 @@ QString SplitAtCommas(const QString &text)
             commas.push_back(i);
         }
     }
+    std::ranges::reverse(commas);
     QString lines;
     qsizetype from = 0;
-    for (auto comma = commas.rbegin(); comma != commas.rend(); ++comma) {
-        lines += QStringView(text).mid(from, *comma - from);
+    for (const qsizetype comma : commas) {
+        lines += QStringView(text).mid(from, comma - from);
         lines += kLineBreak;
-        from = *comma + 1;
+        from = comma + 1;
     }
     return lines += QStringView(text).mid(from);
 }
@@ -222,14 +228,14 @@ QString NullToEmpty(const char *value)
 
 QString EscapeText(QString text)
 {
-    text = Replaced(WithoutOuterLineBreaks(text), "\\"_L1, "\\\\"_L1);
-    return Replaced(Replaced(text, kLineBreak, "\\n"_L1), "\t"_L1, "\\t"_L1);
+    text = Replaced(WithoutOuterLineBreaks(text), kBackslash, kTwoBackslashes);
+    return Replaced(Replaced(text, kLineBreak, kEscapedLineBreak), kTab, kEscapedTab);
 }
 
 QString UnescapeText(QString text)
 {
-    text = Replaced(Replaced(text, "\\t"_L1, "\t"_L1), "\\n"_L1, kLineBreak);
-    return Replaced(text, "\\\\"_L1, "\\"_L1);
+    text = Replaced(Replaced(text, kEscapedTab, kTab), kEscapedLineBreak, kLineBreak);
+    return Replaced(text, kTwoBackslashes, kBackslash);
 }
 
 QString ParseSetList(const QString &text)

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qsizetype kPiece = 256 * 1024;
+constexpr qsizetype kPiece = 1 << 18;
 
 /// Takes the serialiser's text and writes it in the file's encoding. A failure is kept until Finish(): none goes
 /// through the serialiser.

@@ -31,7 +31,7 @@ void DetailPanel::SetItemAttribute(const char *name, const QString &value)
 void DetailPanel::UpdateListName()
 {
     BrowseTree::Listing *listing = m_tree.Model().ListingAt(m_trv.currentIndex());
-    if (m_filling || !listing)
+    if (!listing)
         return;
     m_document.SetChanged(true);
     const BrowseTree::Group *group = listing->group;
@@ -94,7 +94,8 @@ void DetailPanel::chkWrongDate_Click(bool checked)
 
 void DetailPanel::cmdClearDate_Click()
 {
-    Guarded(kModule, "cmdClearDate_Click", [this] { ClearDate(); });
+    if (m_item)
+        Guarded(kModule, "cmdClearDate_Click", [this] { ClearDate(); });
 }
 
 void DetailPanel::ClearDate()
@@ -107,10 +108,12 @@ void DetailPanel::ClearDate()
 
 void DetailPanel::icbFormat_Click()
 {
-    BrowseTree::Listing *listing = m_tree.Model().ListingAt(m_trv.currentIndex());
-    if (m_filling || !m_item || !listing || icbFormat->currentIndex() < 0)
+    if (m_filling || !m_item || icbFormat->currentIndex() < 0)
         return;
-    Guarded(kModule, "icbFormat_Click", [&] {
+    Guarded(kModule, "icbFormat_Click", [this] {
+        BrowseTree::Listing *listing = m_tree.Model().ListingAt(m_trv.currentIndex());
+        if (!listing)
+            return;
         if (icbFormat->currentIndex() == 0) {
             ClearDate();
         } else if (lblDateAdded->text().isEmpty()) {

@@ -46,8 +46,14 @@ QString FrameCaption(QString id)
 DetailPanel::DetailPanel(
     CatalogDocument &document, BrowseTree &tree, FormatRegistry &formats, const ShownTypes &types, QTreeView &trv,
     QWidget *parent, Today today)
-    : QGroupBox(u"Recording Information"_s, parent), PanelControls(static_cast<QGroupBox &>(*this)), m_document(document),
-      m_tree(tree), m_formats(formats), m_types(types), m_trv(trv), m_today(std::move(today))
+    : QGroupBox(u"Recording Information"_s, parent),
+      PanelControls(static_cast<QGroupBox &>(*this)),
+      m_document(document),
+      m_tree(tree),
+      m_formats(formats),
+      m_types(types),
+      m_trv(trv),
+      m_today(std::move(today))
 {
     setObjectName("fra"_L1);
     icbFormat->setModel(&m_formats);
@@ -85,7 +91,10 @@ void DetailPanel::ConnectTree(const QTreeView &trv)
     // A reset takes the current node away without a word.
     connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, [this] { trv_NodeClick(m_trv.currentIndex()); });
     connect(&m_types, &ShownTypes::changed, this, &DetailPanel::FillTypeList);
-    connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, [this] { m_item = {}; });
+    const auto forget = [this] { m_item = {}; };
+    connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, forget);
+    // When the window goes, the catalog does so first, and the picker loses its list after that.
+    connect(&m_tree.Model(), &QObject::destroyed, this, forget);
     connect(&m_document, &CatalogDocument::listingAboutToBeRemoved, this, [this](pugi::xml_node listing) {
         if (m_item == listing)
             m_item = {};

@@ -17,8 +17,9 @@ class QModelIndex;
 class QTreeView;
 class ShownTypes;
 
-/// The right-hand side of the main window: the fields of the selected listing in a frame. Shows the listing that is current
-/// in the tree, and writes every edit into the catalog at once; label, place, picture and totals of its node follow.
+/// The right-hand side of the main window: the fields of the selected listing in a frame. Shows the listing that is
+/// current in the tree, and writes every edit into the catalog at once; label, place, picture and totals of its node
+/// follow.
 ///
 /// Filling the fields writes nothing: only what the user does raises the changed flag.
 class DetailPanel : public QGroupBox, private PanelControls
@@ -28,14 +29,14 @@ class DetailPanel : public QGroupBox, private PanelControls
 public:
     using Today = std::function<QDate()>;
 
-    /// The tree's view must show its model already. All must outlive the panel. `today` tells the date that a listing gets
-    /// with its first format.
+    /// The tree's view must show its model already. All must outlive the panel. `today` tells the date that a listing
+    /// gets with its first format.
     DetailPanel(
         CatalogDocument &document, BrowseTree &tree, FormatRegistry &formats, const ShownTypes &types, QTreeView &trv,
         QWidget *parent, Today today = &QDate::currentDate);
 
-    /// Shows a node: fills the panel with a listing, hides its controls for anything else. Runs by itself whenever another
-    /// node becomes current; to be run by hand after the document was changed from outside.
+    /// Shows a node: fills the panel with a listing, hides its controls for anything else. Runs by itself whenever
+    /// another node becomes current; to be run by hand after the document was changed from outside.
     void trv_NodeClick(const QModelIndex &node);
 
     /// Shows or hides every control in the frame; the frame itself stays.
@@ -107,6 +108,6 @@ private:
 
     pugi::xml_node m_item;
     bool m_filling = false;
-    bool m_refilling = false;   ///< the listing that is being filled in is the one that is shown
-    bool m_hasConcert = true;   ///< the type has a concert name
+    bool m_refilling = false; ///< the listing that is being filled in is the one that is shown
+    bool m_hasConcert = true; ///< the type has a concert name
 };

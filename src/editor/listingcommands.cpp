@@ -20,7 +20,12 @@ using Icon = UserPrompts::Icon;
 ListingCommands::ListingCommands(
     CatalogDocument &document, BrowseTree &tree, const ShownTypes &types, DetailPanel &panel, QTreeView &trv,
     UserPrompts &prompts)
-    : m_document(document), m_tree(tree), m_types(types), m_panel(panel), m_trv(trv), m_prompts(prompts)
+    : m_document(document),
+      m_tree(tree),
+      m_types(types),
+      m_panel(panel),
+      m_trv(trv),
+      m_prompts(prompts)
 {
 }
 
@@ -41,11 +46,9 @@ void ListingCommands::mnuFileNewSource_Click()
 void ListingCommands::mnuEditCopyListing_Click()
 {
     Guarded("frm", "mnuEditCopyListing_Click", [this] {
-        if (m_panel.IsWrongDate()
-            && m_prompts.Message(
-                   u"Are you sure you want to make a copy of a listing marked as a wrong date?"_s, u"Verification"_s,
-                   Icon::Question, Buttons::YesNo)
-                   == Answer::No)
+        if (m_panel.IsWrongDate() && m_prompts.Message(
+                                         u"Are you sure you want to make a copy of a listing marked as a wrong date?"_s,
+                                         u"Verification"_s, Icon::Question, Buttons::YesNo) == Answer::No)
             return;
         AddNewShowToList(m_panel.CurrentItem());
     });

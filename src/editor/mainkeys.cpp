@@ -21,9 +21,13 @@ constexpr int kVkF3 = VkF1 + 2;
 } // namespace
 
 MainKeys::MainKeys(QTreeView &trv, const BrowseTreeModel &model, QAction &copyListing, QAction &deleteListing)
-    : m_trv(trv), m_model(model), m_copyListing(copyListing), m_deleteListing(deleteListing)
+    : m_trv(trv),
+      m_model(model),
+      m_copyListing(copyListing),
+      m_deleteListing(deleteListing)
 {
-    // The tree and the combo boxes take Ctrl with Page Up and Page Down for themselves, so the window would never see them.
+    // The tree and the combo boxes take Ctrl with Page Up and Page Down for themselves, so the window would never see
+    // them.
     QCoreApplication::instance()->installEventFilter(this);
 }
 

@@ -7,8 +7,8 @@ class BrowseTreeModel;
 class QAction;
 class QTreeView;
 
-/// The keys of the main window that work wherever the focus is: copying and deleting, and stepping through the tree. Every
-/// key press is seen once, before the control that has the focus.
+/// The keys of the main window that work wherever the focus is: copying and deleting, and stepping through the tree.
+/// Every key press is seen once, before the control that has the focus.
 class MainKeys : public QObject
 {
     Q_OBJECT

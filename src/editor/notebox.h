@@ -2,8 +2,8 @@
 
 #include <QPlainTextEdit>
 
-/// A multi-line text box whose text is what the catalog holds: line breaks are CR LF, no-break spaces and tabs stay what
-/// they are. Tab moves on to the next control, Ctrl+Tab types a tab.
+/// A multi-line text box whose text is what the catalog holds: line breaks are CR LF, no-break spaces and tabs stay
+/// what they are. Tab moves on to the next control, Ctrl+Tab types a tab.
 class NoteBox : public QPlainTextEdit
 {
     Q_OBJECT

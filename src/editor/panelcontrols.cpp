@@ -14,6 +14,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,8 @@ namespace {
 /// The left margin of the frame, in twips.
 constexpr int kFrameMargin = 120;
 constexpr int kSpacing = 4;
+/// The letters of a type or format that can be read at least.
+constexpr int kShortestName = 8;
 
 template<class Control>
 Control *Make(QGroupBox &fra, const char *name)
@@ -41,27 +44,31 @@ QLabel *MakeLabel(QGroupBox &fra, const char *name, const QString &caption, QWid
     return label;
 }
 
-/// Lets a combo box be as narrow as its column, however long its entries are.
-void SetWidth(QComboBox &box, int characters)
-{
-    box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box.setMinimumContentsLength(characters);
-}
-
 } // namespace
 
 PanelControls::PanelControls(QGroupBox &fra)
-    : cboType(Make<QComboBox>(fra, "cboType")), cboYear(Make<QComboBox>(fra, "cboYear")),
-      cboMonth(Make<QComboBox>(fra, "cboMonth")), cboDay(Make<QComboBox>(fra, "cboDay")),
-      txtVenue(Make<QLineEdit>(fra, "txtVenue")), txtShow(Make<QLineEdit>(fra, "txtShow")),
-      txtLength(Make<QLineEdit>(fra, "txtLength")), txtSource(Make<QLineEdit>(fra, "txtSource")),
-      txtGrade(Make<QLineEdit>(fra, "txtGrade")), txtSeeder(Make<QLineEdit>(fra, "txtSeeder")),
-      txtStoredIn(Make<QLineEdit>(fra, "txtStoredIn")), icbFormat(Make<QComboBox>(fra, "icbFormat")),
-      chkWrongDate(Make<QCheckBox>(fra, "chkWrongDate")), lblDateAdded(Make<QLabel>(fra, "lblDateAdded")),
-      cmdClearDate(Make<QPushButton>(fra, "cmdClearDate")), txtSetList(Make<NoteBox>(fra, "txtSetList")),
-      txtSetNotes(Make<NoteBox>(fra, "txtSetNotes")), txtComment(Make<NoteBox>(fra, "txtComment")),
-      lblType(MakeLabel(fra, "lblType", u"&Type:"_s, cboType)), lblYear(MakeLabel(fra, "lblYear", u"&Year:"_s, cboYear)),
-      lblMonth(MakeLabel(fra, "lblMonth", u"Month:"_s, cboMonth)), lblDay(MakeLabel(fra, "lblDay", u"Day:"_s, cboDay)),
+    : cboType(Make<QComboBox>(fra, "cboType")),
+      cboYear(Make<QComboBox>(fra, "cboYear")),
+      cboMonth(Make<QComboBox>(fra, "cboMonth")),
+      cboDay(Make<QComboBox>(fra, "cboDay")),
+      txtVenue(Make<QLineEdit>(fra, "txtVenue")),
+      txtShow(Make<QLineEdit>(fra, "txtShow")),
+      txtLength(Make<QLineEdit>(fra, "txtLength")),
+      txtSource(Make<QLineEdit>(fra, "txtSource")),
+      txtGrade(Make<QLineEdit>(fra, "txtGrade")),
+      txtSeeder(Make<QLineEdit>(fra, "txtSeeder")),
+      txtStoredIn(Make<QLineEdit>(fra, "txtStoredIn")),
+      icbFormat(Make<QComboBox>(fra, "icbFormat")),
+      chkWrongDate(Make<QCheckBox>(fra, "chkWrongDate")),
+      lblDateAdded(Make<QLabel>(fra, "lblDateAdded")),
+      cmdClearDate(Make<QPushButton>(fra, "cmdClearDate")),
+      txtSetList(Make<NoteBox>(fra, "txtSetList")),
+      txtSetNotes(Make<NoteBox>(fra, "txtSetNotes")),
+      txtComment(Make<NoteBox>(fra, "txtComment")),
+      lblType(MakeLabel(fra, "lblType", u"&Type:"_s, cboType)),
+      lblYear(MakeLabel(fra, "lblYear", u"&Year:"_s, cboYear)),
+      lblMonth(MakeLabel(fra, "lblMonth", u"Month:"_s, cboMonth)),
+      lblDay(MakeLabel(fra, "lblDay", u"Day:"_s, cboDay)),
       lblVenue(MakeLabel(fra, "lblVenue", u"Ven&ue:"_s, txtVenue)),
       lblShow(MakeLabel(fra, "lblShow", u"&Concert:"_s, txtShow)),
       lblLength(MakeLabel(fra, "lblLength", u"&Length:"_s, txtLength)),
@@ -85,13 +92,14 @@ void PanelControls::PrepareCombos()
 {
     MakeDateBoxes(*cboYear, *cboMonth, *cboDay);
     FillDateBoxes(*cboYear, *cboMonth, *cboDay);
-    SetWidth(*cboYear, 4);
-    SetWidth(*cboMonth, 2);
-    SetWidth(*cboDay, 2);
+    for (QComboBox *box : {cboYear, cboMonth, cboDay})
+        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
 
     for (QComboBox *box : {cboType, icbFormat}) {
         IgnoreWheelWithoutFocus(*box);
-        SetWidth(*box, 8);
+        // As narrow as the column, however long a name is.
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(kShortestName);
     }
     StepByKeys(*icbFormat, "frm");
 }
@@ -147,21 +155,17 @@ void PanelControls::LayOutFields(QGridLayout &grid)
         int column;
         int columns = 1;
     };
-    const Place places[] = {
-        {lblType, 0, 0},         {cboType, 0, 1, 3},
-        {lblYear, 1, 0},         {cboYear, 1, 1},
-        {lblMonth, 1, 2},        {cboMonth, 1, 3},
-        {lblDay, 1, 4},          {cboDay, 1, 5},
-        {lblVenue, 2, 0},        {txtVenue, 2, 1, 5},
-        {lblShow, 3, 0},         {txtShow, 3, 1, 5},
-        {lblLength, 4, 0},       {txtLength, 4, 1},
-        {lblSource, 4, 2},       {txtSource, 4, 3},
-        {lblGrade, 4, 4},        {txtGrade, 4, 5},
-        {lblSeeder, 5, 0},       {txtSeeder, 5, 1, 2},
-        {lblStoredIn, 5, 3},     {txtStoredIn, 5, 4, 2},
-        {lblFormat, 6, 0},       {icbFormat, 6, 1, 3},
-        {chkWrongDate, 6, 4, 2}, {lblDateLabel, 7, 0, 2},
-        {lblDateAdded, 7, 2, 2}, {cmdClearDate, 7, 4, 2},
+    const std::array places{
+        Place{lblType, 0, 0},         Place{cboType, 0, 1, 3},      Place{lblYear, 1, 0},
+        Place{cboYear, 1, 1},         Place{lblMonth, 1, 2},        Place{cboMonth, 1, 3},
+        Place{lblDay, 1, 4},          Place{cboDay, 1, 5},          Place{lblVenue, 2, 0},
+        Place{txtVenue, 2, 1, 5},     Place{lblShow, 3, 0},         Place{txtShow, 3, 1, 5},
+        Place{lblLength, 4, 0},       Place{txtLength, 4, 1},       Place{lblSource, 4, 2},
+        Place{txtSource, 4, 3},       Place{lblGrade, 4, 4},        Place{txtGrade, 4, 5},
+        Place{lblSeeder, 5, 0},       Place{txtSeeder, 5, 1, 2},    Place{lblStoredIn, 5, 3},
+        Place{txtStoredIn, 5, 4, 2},  Place{lblFormat, 6, 0},       Place{icbFormat, 6, 1, 3},
+        Place{chkWrongDate, 6, 4, 2}, Place{lblDateLabel, 7, 0, 2}, Place{lblDateAdded, 7, 2, 2},
+        Place{cmdClearDate, 7, 4, 2},
     };
     for (const Place &place : places)
         grid.addWidget(place.control, place.row, place.column, 1, place.columns);

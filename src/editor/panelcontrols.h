@@ -10,8 +10,8 @@ class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
 
-/// The controls of the detail panel with their captions, their place and whatever they do by themselves. They are made in
-/// the order in which Tab goes through them, and belong to the frame.
+/// The controls of the detail panel with their captions, their place and whatever they do by themselves. They are made
+/// in the order in which Tab goes through them, and belong to the frame.
 struct PanelControls
 {
     explicit PanelControls(QGroupBox &fra);

@@ -16,7 +16,7 @@ namespace {
 /// The caption of a format's menu item: its first letter is the access key, and an "&" in the name is shown.
 QString MenuCaption(const QModelIndex &format)
 {
-    const QString caption = format.data(FormatRegistry::PopupCaptionRole).toString();
+    QString caption = format.data(FormatRegistry::PopupCaptionRole).toString();
     if (format.row() == 0)
         return caption;
     return u'&' + caption.sliced(1).replace(u'&', "&&"_L1);
@@ -24,9 +24,11 @@ QString MenuCaption(const QModelIndex &format)
 
 } // namespace
 
-TreeMouse::TreeMouse(
-    QTreeView &trv, const BrowseTreeModel &model, const FormatRegistry &formats, DetailPanel &panel)
-    : m_trv(trv), m_model(model), m_formats(formats), m_panel(panel)
+TreeMouse::TreeMouse(QTreeView &trv, const BrowseTreeModel &model, const FormatRegistry &formats, DetailPanel &panel)
+    : m_trv(trv),
+      m_model(model),
+      m_formats(formats),
+      m_panel(panel)
 {
     m_popup.setObjectName("mnuPopup"_L1);
     connect(&m_popup, &QMenu::triggered, this, &TreeMouse::mnuPopupFormat_Click);

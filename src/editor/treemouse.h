@@ -9,8 +9,8 @@ class FormatRegistry;
 class QMouseEvent;
 class QTreeView;
 
-/// The mouse on the tree beyond selecting: a left click on the picture of the selected listing moves its format on, a right
-/// click opens the menu of the formats.
+/// The mouse on the tree beyond selecting: a left click on the picture of the selected listing moves its format on, a
+/// right click opens the menu of the formats.
 class TreeMouse : public QObject
 {
     Q_OBJECT

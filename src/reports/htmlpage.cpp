@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr size_t kBufferSize = 1 << 16;
 constexpr std::string_view kLossyColour = "#FFCC88";
 constexpr std::string_view kColours[] = {"#FFFFCC", "#CCFFFF"};
 
@@ -35,15 +37,16 @@ private:
     void WriteColumnNames();
     void WriteListing(const Listing &listing);
     void WriteMainRow(pugi::xml_node element, const QString &format);
-    void WriteTextRow(std::string_view label, QString text, QLatin1StringView lineBreak);
+    void WriteTextRow(std::string_view label, const QString &text, std::string_view lineBreak);
     void BeginRow();
     void EndRow();
 
-    template<class... Parts>
-    void Line(Parts... parts)
+    void Line(std::string_view markup) { m_buffer.append(markup).append(kLineEnd); }
+    void Line(std::string_view before, std::string_view text, std::string_view after)
     {
-        (AppendHtmlText(m_buffer, parts), ...);
-        m_buffer.append("\r\n");
+        m_buffer.append(before);
+        AppendHtmlText(m_buffer, text);
+        Line(after);
     }
     void Flush();
 
@@ -53,7 +56,7 @@ private:
     const int m_columns; ///< one less than the table has
     std::string_view m_colour;
     bool m_alternate = false;
-    QByteArray m_buffer;
+    std::string m_buffer;
 };
 
 void Page::Write(const QString &title)
@@ -112,12 +115,13 @@ void Page::WriteListing(const Listing &listing)
 
     WriteMainRow(element, format);
     if (m_options.setList)
-        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, "SetList"), ","_L1);
+        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, "SetList"), ",");
     if (m_options.comments)
-        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, "Comment"), "<br>"_L1);
+        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, "Comment"), "<br>");
     if (m_options.notes)
-        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, "Notes"), "<br>"_L1);
-    Flush();
+        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, "Notes"), "<br>");
+    if (m_buffer.size() >= kBufferSize)
+        Flush();
 }
 
 void Page::WriteMainRow(pugi::xml_node element, const QString &format)
@@ -136,7 +140,7 @@ void Page::WriteMainRow(pugi::xml_node element, const QString &format)
     EndRow();
 }
 
-void Page::WriteTextRow(std::string_view label, QString text, QLatin1StringView lineBreak)
+void Page::WriteTextRow(std::string_view label, const QString &text, std::string_view lineBreak)
 {
     if (text.isEmpty())
         return;
@@ -144,7 +148,14 @@ void Page::WriteTextRow(std::string_view label, QString text, QLatin1StringView 
     Line("<td></td>");
     Line(label);
     Line("<td colspan='", std::to_string(m_columns - 1), "'>");
-    Line(text.replace("\r\n"_L1, lineBreak).toStdString());
+    const QByteArray bytes = text.toUtf8();
+    std::string_view rest(bytes.constData(), static_cast<size_t>(bytes.size()));
+    for (size_t at = rest.find(kLineEnd); at != std::string_view::npos; at = rest.find(kLineEnd)) {
+        AppendHtmlText(m_buffer, rest.substr(0, at));
+        m_buffer.append(lineBreak);
+        rest.remove_prefix(at + kLineEnd.size());
+    }
+    Line("", rest, "");
     Line("</td>");
     EndRow();
 }
@@ -163,7 +174,7 @@ void Page::EndRow()
 
 void Page::Flush()
 {
-    m_file.Write(m_buffer.constData(), m_buffer.size());
+    m_file.Write(m_buffer.data(), static_cast<qsizetype>(m_buffer.size()));
     m_buffer.clear();
 }
 

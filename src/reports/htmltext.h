@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
+#include <string>
 #include <string_view>
 
 /// Appends UTF-8 text to a page as single bytes. Pages declare no charset, so a character beyond the bytes of the
 /// user's code page is written as a numeric character reference. Nothing else is escaped.
-void AppendHtmlText(QByteArray &page, std::string_view text);
+void AppendHtmlText(std::string &page, std::string_view text);

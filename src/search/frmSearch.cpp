@@ -7,7 +7,7 @@
 #include "numbers.h"
 
 #include <QComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -53,16 +53,33 @@ void ShowNumber(QComboBox &box, qint32 number)
     box.setEditText(text);
 }
 
-template<class Field>
-Field *AddField(QFormLayout &fields, const QString &caption, QLatin1StringView name)
+/// The label of a field that is in the dialog already.
+QLabel *LabelFor(QWidget &field, const QString &caption)
 {
-    auto *field = new Field;
+    auto *label = new QLabel(caption, field.parentWidget());
+    label->setBuddy(&field);
+    return label;
+}
+
+template<class Field>
+Field *NewField(QWidget *parent, QLatin1StringView name)
+{
+    auto *field = new Field(parent);
     field->setObjectName(name);
-    fields.addRow(caption, field);
     return field;
 }
 
-QLineEdit *AddTextBox(QFormLayout &fields, const QString &caption, QLatin1StringView name)
+template<class Field>
+Field *AddField(QGridLayout &fields, const QString &caption, QLatin1StringView name)
+{
+    auto *field = NewField<Field>(fields.parentWidget(), name);
+    const int row = fields.rowCount();
+    fields.addWidget(LabelFor(*field, caption), row, 0);
+    fields.addWidget(field, row, 1);
+    return field;
+}
+
+QLineEdit *AddTextBox(QGridLayout &fields, const QString &caption, QLatin1StringView name)
 {
     auto *box = AddField<QLineEdit>(fields, caption, name);
     SelectAllOnEntry(*box);
@@ -87,9 +104,7 @@ void frmSearch::CreateControls()
     auto *columns = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
     columns->addLayout(left);
-    auto *fields = new QFormLayout;
-    // Else systems differ in whether the boxes fill the width.
-    fields->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    auto *fields = new QGridLayout;
     left->addLayout(fields);
     CreateFields(*fields);
     left->addWidget(CreateSearchType());
@@ -97,7 +112,7 @@ void frmSearch::CreateControls()
     columns->addLayout(CreateButtons());
 }
 
-void frmSearch::CreateFields(QFormLayout &fields)
+void frmSearch::CreateFields(QGridLayout &fields)
 {
     cboType = AddField<QComboBox>(fields, u"&Type:"_s, "cboType"_L1);
     CreateDateRow(fields);
@@ -120,24 +135,20 @@ void frmSearch::CreateFields(QFormLayout &fields)
     FilterLengthKeys(*txtLength);
 }
 
-void frmSearch::CreateDateRow(QFormLayout &fields)
+void frmSearch::CreateDateRow(QGridLayout &fields)
 {
-    auto *row = new QHBoxLayout;
-    const auto add = [&](const QString &caption, QLatin1StringView name) {
-        auto *box = new QComboBox(this);
-        box->setObjectName(name);
-        auto *label = new QLabel(caption, this);
-        label->setBuddy(box);
-        if (row->isEmpty())
-            fields.addRow(label, row);
-        else
-            row->addWidget(label);
-        row->addWidget(box, 1);
-        return box;
-    };
-    cboYear = add(u"&Year:"_s, "cboYear"_L1);
-    cboMonth = add(u"Month:"_s, "cboMonth"_L1);
-    cboDay = add(u"Day:"_s, "cboDay"_L1);
+    cboYear = NewField<QComboBox>(this, "cboYear"_L1);
+    cboMonth = NewField<QComboBox>(this, "cboMonth"_L1);
+    cboDay = NewField<QComboBox>(this, "cboDay"_L1);
+    auto *boxes = new QHBoxLayout;
+    boxes->addWidget(cboYear, 1);
+    boxes->addWidget(LabelFor(*cboMonth, u"Month:"_s));
+    boxes->addWidget(cboMonth, 1);
+    boxes->addWidget(LabelFor(*cboDay, u"Day:"_s));
+    boxes->addWidget(cboDay, 1);
+    const int row = fields.rowCount();
+    fields.addWidget(LabelFor(*cboYear, u"&Year:"_s), row, 0);
+    fields.addLayout(boxes, row, 1);
     MakeDateBoxes(*cboYear, *cboMonth, *cboDay);
 }
 

@@ -8,7 +8,7 @@
 
 class FormatRegistry;
 class QComboBox;
-class QFormLayout;
+class QGridLayout;
 class QLayout;
 class QLineEdit;
 class QPushButton;
@@ -30,8 +30,8 @@ public:
 
 private:
     void CreateControls();
-    void CreateFields(QFormLayout &fields);
-    void CreateDateRow(QFormLayout &fields);
+    void CreateFields(QGridLayout &fields);
+    void CreateDateRow(QGridLayout &fields);
     QWidget *CreateSearchType();
     QLayout *CreateButtons();
     void ConnectControls();

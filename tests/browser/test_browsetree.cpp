@@ -84,9 +84,9 @@ private slots:
             f.Text(), u"0 ( 0 / 0 / 1 ) [Closed]\n"
                       "  8 ???? - undated [Unchecked]\n"
                       "1994 ( 1 / 0 / 2 ) [Closed]\n"
-                      "  6 1994-??-?? - w (wrong date) [WrongDate]\n"
                       "  3 1994-01-?? - y [Unchecked]\n"
                       "  2 1994-02-?? - x [FormatFLAC]\n"
+                      "  6 1994-??-?? - w (wrong date) [WrongDate]\n"
                       "1995 ( 0 / 1 / 1 ) [Closed]\n"
                       "  1 1995-??-?? - b [FormatMP3]\n"
                       "Albums ( 1 / 1 / 2 ) [CD]\n"
@@ -112,15 +112,15 @@ private slots:
         QTest::addColumn<ViewFilter>("filter");
         QTest::addColumn<QString>("shown");
         const QByteArray all;
-        QTest::newRow("all") << all << true << ViewFilter::All << u"8|6 3 2|1|5 4|7|9"_s;
+        QTest::newRow("all") << all << true << ViewFilter::All << u"8|3 2 6|1|5 4|7|9"_s;
         QTest::newRow("no wrong dates") << all << false << ViewFilter::All << u"8|3 2|1|5 4|7|9"_s;
-        QTest::newRow("lossless") << all << true << ViewFilter::LosslessOnly << u"|6 2||4||"_s;
+        QTest::newRow("lossless") << all << true << ViewFilter::LosslessOnly << u"|2 6||4||"_s;
         QTest::newRow("lossy") << all << true << ViewFilter::LossyOnly << u"||1|5||9"_s;
         QTest::newRow("need lossless") << all << true << ViewFilter::NeedLossless << u"8|3|1|5|7|9"_s;
         QTest::newRow("do not have") << all << true << ViewFilter::DoNotHave << u"8|3|||7|"_s;
         QTest::newRow("no concerts") << QByteArray("Show-Concert=False\r\n") << true << ViewFilter::All << u"5 4|7|9"_s;
         QTest::newRow("own type hidden") << QByteArray("Show-Radio=False\r\nShow-Album=False\r\n") << true
-                                         << ViewFilter::All << u"8|6 3 2|1|9"_s;
+                                         << ViewFilter::All << u"8|3 2 6|1|9"_s;
     }
 
     void choicesOfTheView()
@@ -165,7 +165,7 @@ private slots:
             f.Text(), u"0 [Closed]\n   ???? - no ID [Unchecked]\n"
                       "1990 [Closed]\n"
                       "s5 [Closed]\n  5 ???? -  [Unchecked]\n"
-                      "y1994 [Closed]\n  6 ???? -  [Unchecked]\n  7 1994-??-?? -  [Unchecked]\n"_s);
+                      "y1994 [Closed]\n  7 1994-??-?? -  [Unchecked]\n  6 ???? -  [Unchecked]\n"_s);
     }
 
     void editsMoveAndRelabel()
@@ -184,7 +184,7 @@ private slots:
         QCOMPARE(kept.parent().data().toString(), u"1994"_s);
 
         for (const auto &[month, row] :
-             {std::pair(u"1"_s, 1), std::pair(u"12"_s, 3), std::pair(u"2"_s, 2), std::pair(u""_s, 0)}) {
+             {std::pair(u"1"_s, 0), std::pair(u"12"_s, 2), std::pair(u"2"_s, 1), std::pair(u""_s, 2)}) {
             WriteAttribute(moved.element, "Month", month);
             f.tree.UpdateListName(moved);
             QCOMPARE(kept.row(), row);

@@ -72,7 +72,6 @@ private slots:
     {
         QCOMPARE(SortKey("ABC z-Q"), std::string("abc z-q"));
         QCOMPARE(SortKey("ÄRGER"), SortKey("ärger"));
-        QCOMPARE(SortKey("Straße"), SortKey("STRASSE"));
     }
 };
 

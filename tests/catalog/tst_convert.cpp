@@ -235,6 +235,23 @@ private slots:
         QCOMPARE(pair.AllFiles(), QStringList({u"Shows.xml"_s, u"Shows User.xml"_s, u"Shows.xml"_s}));
     }
 
+#ifdef Q_OS_UNIX
+    void catalogBehindALink()
+    {
+        Pair pair(m_folder->path(), kOldCatalog, kOldUser);
+        const QString target = pair.root + u"/catalogs/Real.xml"_s;
+        QVERIFY(QFile::rename(pair.catalog, target));
+        QVERIFY(QFile::link(u"Real.xml"_s, pair.catalog));
+        ScriptedPrompts prompts;
+        QVERIFY(Convert(pair, prompts));
+        QVERIFY(QFileInfo(pair.catalog).isSymbolicLink());
+        QCOMPARE(Contents(target), QByteArray(kConverted));
+        QVERIFY(QFile::rename(target, target + u".converted"_s));
+        QVERIFY(FinishInterruptedConversion(pair.catalog));
+        QCOMPARE(Contents(pair.catalog), QByteArray(kConverted));
+    }
+#endif
+
     void refusals_data()
     {
         QTest::addColumn<QByteArray>("catalog");
@@ -459,8 +476,20 @@ private slots:
             ++formats[ReadAttribute(item, "Format")];
             QCOMPARE(ReadAttribute(item, "ID"), QString::number(++listings));
         }
-        QCOMPARE(listings, 0);
-        QCOMPARE(formats, (std::map<QString, int>{}));
+        QCOMPARE(listings, 424 + 7);
+        // FLAC are 20 of code DM, 14 D, 15 FLAC and 7 of code 1; an eighth of code 1 matches no listing. Without a
+        // format are 14 of code 0 and 283 that the user does not have.
+        QCOMPARE(
+            formats, (std::map<QString, int>{
+                         {u""_s, 297},
+                         {u"FLAC"_s, 56},
+                         {u"MP3"_s, 29},
+                         {u"SHN"_s, 15},
+                         {u"CD"_s, 13},
+                         {u"12"_s, 10},
+                         {u"Tape"_s, 9},
+                         {u"LP"_s, 1},
+                         {u"VHS"_s, 1}}));
     }
 
 private:

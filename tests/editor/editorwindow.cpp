@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 EditorWindow::EditorWindow(const QByteArray &listings)
     : trv(*new QTreeView(&window)),
-      fra([this]() -> DetailPanel & {
+      fra([this, &listings]() -> DetailPanel & {
           folder.Write(u"formats.ini"_s, "[Formats]\r\nFLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
           formats.LoadFormats();
           settings.LoadINI(folder.Write(u"discbook.ini"_s, {}));
@@ -17,10 +17,10 @@ EditorWindow::EditorWindow(const QByteArray &listings)
           trv.setModel(&tree.Model());
           trv.setUniformRowHeights(true);
           trv.setEditTriggers(QAbstractItemView::NoEditTriggers);
-          return *new DetailPanel(
-              document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
+          return *new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
       }()),
-      commands(document, tree, types, fra, trv, prompts), keys(trv, tree.Model(), copyListing, deleteListing),
+      commands(document, tree, types, fra, trv, prompts),
+      keys(trv, tree.Model(), copyListing, deleteListing),
       mouse(trv, tree.Model(), formats, fra)
 {
     QObject::connect(&copyListing, &QAction::triggered, &commands, &ListingCommands::mnuEditCopyListing_Click);

@@ -11,12 +11,18 @@
 #include "treemouse.h"
 
 #include <QAction>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTreeView>
+
+/// Warnings that are no fault of the program's: those of the platform without a display.
+inline const QRegularExpression kAnyWarning(QStringLiteral("^(?!This plugin does not support)"));
 
 /// A window with tree and panel over a small catalog; FLAC, FLV, MP3 and R&B are known formats. Today is 2024-02-29.
 struct EditorWindow
 {
+    /// Its controls outlive what they show, as they do in the main window.
+    QWidget window;
     TestProgramFolder folder;
     ScriptedPrompts prompts;
     clsINI settings{prompts};
@@ -25,7 +31,6 @@ struct EditorWindow
     ShownTypes types{settings};
     ViewOptions options;
     BrowseTree tree{document, formats, types, options};
-    QWidget window;
     QTreeView &trv;
     DetailPanel &fra;
     ListingCommands commands;

@@ -291,7 +291,8 @@ private slots:
         const QSize design = f.form->size();
         f.form->resize(10, 10);
         QCOMPARE(f.form->size(), design);
-        f.form->setGeometry(30, 40, 600, 450);
+        f.form->resize(600, 450);
+        f.form->move(30, 40);
         QTest::keyClick(&f.lst(), Qt::Key_Escape);
         QVERIFY(!f.form->isVisible());
         QCOMPARE(f.Setting(u"Left"_s), u"450"_s);
@@ -299,7 +300,8 @@ private slots:
         QCOMPARE(f.Setting(u"Width"_s), u"9000"_s);
         QCOMPARE(f.Setting(u"Height"_s), u"6750"_s);
         f.Open();
-        QCOMPARE(f.form->geometry(), QRect(30, 40, 600, 450));
+        QCOMPARE(f.form->pos(), QPoint(30, 40));
+        QCOMPARE(f.form->size(), QSize(600, 450));
         f.settings.WriteValue(u"List"_s, u"Width"_s, u"15"_s);
         f.Open();
         QCOMPARE(f.form->size(), QSize(design.width(), 450));
@@ -317,7 +319,6 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(ListKind)
 
 QTEST_MAIN(TestReportForms)
 #include "test_reportforms.moc"

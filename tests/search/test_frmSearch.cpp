@@ -344,7 +344,6 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(SearchCriteria)
 
 QTEST_MAIN(TestFrmSearch)
 #include "test_frmSearch.moc"

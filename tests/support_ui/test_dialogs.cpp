@@ -218,11 +218,9 @@ private slots:
     {
         QtPrompts prompts;
         WhenOpen<QFileDialog>([](QFileDialog &dialog) {
-            AnswerBox(u"new.txt"_s, QMessageBox::No);
-            QTimer::singleShot(200, qApp, [] { // the dialog is open again
-                auto *again = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-                QVERIFY(again != nullptr);
-                again->reject();
+            WhenOpen<QMessageBox>([](QMessageBox &box) {
+                WhenOpen<QFileDialog>([](QFileDialog &again) { again.reject(); });
+                box.button(QMessageBox::No)->click();
             });
             TypeName(dialog, u"new.txt"_s);
         });

@@ -1,0 +1,228 @@
+// Editing in the real window with its view, every listing in one expanded group: the worst case. Each figure is from
+// the event to the painted window. usage: bench_window CATALOG [Google Benchmark's options]
+
+#include "benchprogram.h"
+#include "frmMain.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QStringListModel>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString catalogPath;
+
+/// Answers Yes to everything.
+class YesPrompts : public NoPrompts
+{
+public:
+    Answer Message(const QString &, const QString &, Icon, Buttons) override { return Answer::Yes; }
+};
+
+/// A copy of the catalog in which every listing is a concert of 1994.
+QString InOneGroup(const QString &path, const QString &target)
+{
+    pugi::xml_document document;
+    document.load_file(QFile::encodeName(path).constData());
+    for (pugi::xml_node listing : document.child("Catalog").children("Item")) {
+        listing.attribute("Type") = "Concert";
+        listing.attribute("Year") = "1994";
+    }
+    document.save_file(QFile::encodeName(target).constData());
+    return target;
+}
+
+class Window
+{
+public:
+    Window() : m_form(m_prompts, {.arguments = {InOneGroup(catalogPath, m_folder.Path(u"One.xml"_s))}})
+    {
+        m_form.Form_Load();
+        m_form.show();
+        m_tree = m_form.findChild<QTreeView *>(u"trv"_s);
+        m_tree->setExpanded(Group(0), true);
+        m_form.activateWindow();
+        SelectMiddle();
+    }
+
+    static Window &Instance()
+    {
+        static Window window;
+        return window;
+    }
+
+    QModelIndex Group(int row) const { return m_tree->model()->index(row, 0); }
+
+    void SelectMiddle()
+    {
+        const QModelIndex group = Group(0);
+        m_tree->setCurrentIndex(m_tree->model()->index(m_tree->model()->rowCount(group) / 2, 0, group));
+        m_tree->scrollTo(m_tree->currentIndex());
+        Paint();
+    }
+
+    void Press(QWidget *target, int key, Qt::KeyboardModifiers modifiers, const QString &text = {})
+    {
+        target->setFocus();
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+        QApplication::sendEvent(target, &press);
+        QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+        QApplication::sendEvent(target, &release);
+        Paint();
+    }
+
+    template<class Control>
+    Control *Find(const QString &name) const
+    {
+        return m_form.findChild<Control *>(name);
+    }
+    QTreeView *Tree() const { return m_tree; }
+
+    static void Paint() { QApplication::processEvents(); }
+
+private:
+    BenchFolder m_folder;
+    YesPrompts m_prompts;
+    frmMain m_form;
+    QTreeView *m_tree = nullptr;
+};
+
+void Keystroke(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    window.SelectMiddle();
+    auto *venue = window.Find<QLineEdit>(u"txtVenue"_s);
+    venue->setCursorPosition(0);
+    bool typed = false;
+    for ([[maybe_unused]] auto run : state) {
+        // A letter and its removal in turn, so that the label moves to and fro.
+        window.Press(venue, typed ? Qt::Key_Backspace : Qt::Key_M, Qt::NoModifier, typed ? u"\b"_s : u"m"_s);
+        typed = !typed;
+    }
+}
+
+void Step(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    window.SelectMiddle();
+    bool down = true;
+    for ([[maybe_unused]] auto run : state) {
+        window.Press(window.Tree(), down ? Qt::Key_PageDown : Qt::Key_PageUp, Qt::ControlModifier);
+        down = !down;
+    }
+}
+
+void AddAndDelete(benchmark::State &state, const QString &command)
+{
+    Window &window = Window::Instance();
+    auto *add = window.Find<QAction>(command);
+    auto *remove = window.Find<QAction>(u"mnuEditDeleteListing"_s);
+    for ([[maybe_unused]] auto run : state) {
+        state.PauseTiming();
+        window.SelectMiddle();
+        state.ResumeTiming();
+        add->trigger();
+        Window::Paint();
+        state.PauseTiming();
+        remove->trigger();
+        Window::Paint();
+        state.ResumeTiming();
+    }
+}
+
+void Add(benchmark::State &state)
+{
+    AddAndDelete(state, u"mnuFileNewSource"_s);
+}
+
+void Copy(benchmark::State &state)
+{
+    AddAndDelete(state, u"mnuEditCopyListing"_s);
+}
+
+void Delete(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    auto *copy = window.Find<QAction>(u"mnuEditCopyListing"_s);
+    auto *remove = window.Find<QAction>(u"mnuEditDeleteListing"_s);
+    for ([[maybe_unused]] auto run : state) {
+        state.PauseTiming();
+        window.SelectMiddle();
+        copy->trigger();
+        Window::Paint();
+        state.ResumeTiming();
+        remove->trigger();
+        Window::Paint();
+    }
+}
+
+/// To another year and back.
+void Move(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    window.SelectMiddle();
+    auto *year = window.Find<QComboBox>(u"cboYear"_s);
+    bool away = false;
+    for ([[maybe_unused]] auto run : state) {
+        away = !away;
+        year->setEditText(away ? u"1995"_s : u"1994"_s);
+        Window::Paint();
+    }
+    year->setEditText(u"1994"_s);
+}
+
+/// A bare view with as many rows, doing what an add and a delete come down to.
+void BareInsertAndRemove(benchmark::State &state)
+{
+    QStringListModel model;
+    const QModelIndex group = Window::Instance().Group(0);
+    model.setStringList(QStringList(group.model()->rowCount(group), u"a listing"_s));
+    QTreeView view;
+    view.setUniformRowHeights(true);
+    view.setModel(&model);
+    view.resize(500, 600);
+    view.show();
+    const int middle = model.rowCount() / 2;
+    view.setCurrentIndex(model.index(middle));
+    Window::Paint();
+    for ([[maybe_unused]] auto run : state) {
+        model.insertRow(middle);
+        Window::Paint();
+        state.PauseTiming();
+        model.removeRow(middle);
+        Window::Paint();
+        state.ResumeTiming();
+    }
+}
+
+} // namespace
+
+BENCHMARK(Keystroke)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Step)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Add)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+BENCHMARK(Copy)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+BENCHMARK(Delete)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+BENCHMARK(Move)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+BENCHMARK(BareInsertAndRemove)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (argc < 2 || !QFileInfo::exists(QFile::decodeName(argv[1]))) {
+        qCritical("usage: bench_window CATALOG");
+        return 2;
+    }
+    catalogPath = QFile::decodeName(argv[1]);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// Whether every "&" starts a reference to one of the five entities or to a character that XML allows.
+bool HasOnlyReferences(std::string_view text);
+
+/// A place in XML text that moves forward over what is expected there. Whatever gives false has found something else;
+/// the place means nothing then.
+class XmlCursor
+{
+public:
+    explicit XmlCursor(std::string_view text) : m_at(text.data()), m_end(text.data() + text.size()) {}
+
+    std::string_view Rest() const { return {m_at, static_cast<size_t>(m_end - m_at)}; }
+    bool AtEnd() const { return m_at == m_end; }
+    void Skip(size_t count) { m_at += count; }
+
+    bool Take(std::string_view expected);
+    bool SkipBehind(std::string_view end);
+    /// Whether there were any.
+    bool SkipBlanks();
+    /// The name here, empty when there is none.
+    std::string_view TakeName();
+    /// Attributes up to the first thing that is none: each behind a blank, none repeated, none with a "<".
+    bool TakeAttributes();
+
+private:
+    bool TakeValue();
+    bool HasRepeatedName();
+
+    const char *m_at;
+    const char *m_end;
+    std::vector<std::string_view> m_names; ///< of the attributes of one element
+};

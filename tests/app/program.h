@@ -1,0 +1,53 @@
+#pragma once
+
+#include "failures.h"
+#include "frmMain.h"
+#include "programfolder.h"
+#include "scriptedprompts.h"
+
+#include <QTest>
+#include <QTreeView>
+
+#include <memory>
+
+/// The real window in a program's folder of its own, with the help file in place unless taken away.
+struct Program
+{
+    TestProgramFolder folder;
+    ScriptedPrompts prompts;
+    std::unique_ptr<frmMain> window;
+    QStringList failures;
+    FailureReporter earlier;
+
+    Program()
+    {
+        folder.Write(ExecutableName() + QStringLiteral(".chm"), "help");
+        folder.Write(QStringLiteral("formats.ini"), "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
+        earlier = InstallFailureReporter([this](const FailureReport &report) {
+            failures.append(report.moduleName + QChar(u' ') + report.procName);
+        });
+    }
+    ~Program() { InstallFailureReporter(earlier); }
+
+    void Start(const QString &catalog = {}, bool sizeLimits = true)
+    {
+        window.reset();
+        window = std::make_unique<frmMain>(
+            prompts,
+            frmMain::StartUp{
+                .arguments = catalog.isEmpty() ? QStringList() : QStringList(catalog), .sizeLimits = sizeLimits});
+        window->Form_Load();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    QAction *Item(const char *name) const { return window->findChild<QAction *>(QLatin1StringView(name)); }
+    void Choose(const char *name) const
+    {
+        QVERIFY2(Item(name) && Item(name)->isEnabled() && Item(name)->isVisible(), name);
+        Item(name)->trigger();
+    }
+    QTreeView *Tree() const { return window->findChild<QTreeView *>(QStringLiteral("trv")); }
+    QByteArray Settings() const { return folder.Read(ExecutableName() + QStringLiteral(".ini")); }
+    void WriteSettings(const QByteArray &text) const { folder.Write(ExecutableName() + QStringLiteral(".ini"), text); }
+};
