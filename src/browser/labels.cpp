@@ -61,35 +61,53 @@ Fields::Fields(pugi::xml_node listing)
     }
 }
 
-std::string Padded(double number, int width)
+void AppendPadded(std::string &text, double number, int width)
 {
     // Nearly every date part is a small whole number; those need no QString.
     const auto whole = static_cast<int>(std::clamp(number, 0.0, 9999.0));
-    if (static_cast<double>(whole) != number)
-        return PadNumber(number, width).toStdString();
-    std::string digits = std::to_string(whole);
-    if (digits.size() < static_cast<size_t>(width))
-        digits.insert(0, static_cast<size_t>(width) - digits.size(), '0');
-    return digits;
+    if (whole != number) {
+        text.append(PadNumber(number, width).toStdString());
+        return;
+    }
+    const std::array<char, 4> digits{
+        static_cast<char>('0' + whole / 1000), static_cast<char>('0' + whole / 100 % 10),
+        static_cast<char>('0' + whole / 10 % 10), static_cast<char>('0' + whole % 10)};
+    const int needed = whole >= 1000 ? 4 : whole >= 100 ? 3 : 2;
+    text.append(digits.end() - std::max(width, needed), digits.end());
 }
 
 void AppendDatePart(std::string &date, double part, bool showUnknown)
 {
     if (part >= 1)
-        date.append("-").append(Padded(part, 2));
+        AppendPadded(date.append("-"), part, 2);
     else if (showUnknown)
         date.append("-??");
 }
 
-std::string DateText(const Fields &fields)
+void AppendDate(std::string &text, const Fields &fields)
 {
     const bool showUnknown = fields.showsUnknown();
-    if (fields.year == 0)
-        return showUnknown ? "????" : "";
-    std::string date = Padded(fields.year, 4);
-    AppendDatePart(date, fields.month, showUnknown);
-    AppendDatePart(date, fields.day, showUnknown);
+    if (fields.year == 0) {
+        text.append(showUnknown ? "????" : "");
+        return;
+    }
+    AppendPadded(text, fields.year, 4);
+    AppendDatePart(text, fields.month, showUnknown);
+    AppendDatePart(text, fields.day, showUnknown);
+}
+
+std::string DateText(const Fields &fields)
+{
+    std::string date;
+    AppendDate(date, fields);
     return date;
+}
+
+void AppendVenue(std::string &text, const Fields &fields)
+{
+    text.append(fields.venue);
+    if (!fields.show.empty())
+        text.append(" (").append(fields.show).append(")");
 }
 
 void ReplaceAll(std::string &text, std::string_view what, std::string_view with)
@@ -105,43 +123,54 @@ void ReplaceAll(std::string &text, std::string_view what, std::string_view with)
     text = result.append(text, from);
 }
 
-std::string Title(const Fields &fields)
+void AppendTitle(std::string &text, const Fields &fields)
 {
-    std::string venue(fields.venue);
-    if (!fields.show.empty())
-        venue.append(" (").append(fields.show).append(")");
-
-    std::string title = fields.dateFirst() || fields.showsUnknown() ? "%d - %v" : "%v - %d";
+    const bool dateFirst = fields.dateFirst() || fields.showsUnknown();
+    if (dateFirst) {
+        AppendDate(text, fields);
+        text.append(" - ");
+    }
+    const size_t venue = text.size();
+    AppendVenue(text, fields);
+    // The date goes in after the venue, so a "%d" that is part of a venue or show takes the date as well.
+    if (text.find('%', venue) != std::string::npos) {
+        std::string replaced = text.substr(venue);
+        ReplaceAll(replaced, "%d", DateText(fields));
+        text.replace(venue, std::string::npos, replaced);
+    }
+    if (!dateFirst)
+        AppendDate(text.append(" - "), fields);
     if (fields.wrongDate && fields.showsUnknown())
-        title.append(" (wrong date)");
-    // The venue goes in first, so a "%d" that is part of a venue or show takes the date as well.
-    ReplaceAll(title, "%v", venue);
-    ReplaceAll(title, "%d", DateText(fields));
-    return title;
+        text.append(" (wrong date)");
 }
 
-std::string Details(const Fields &fields)
+/// Appends the details between two texts, or nothing when there are none.
+void AppendDetails(std::string &text, const Fields &fields, const char *before, const char *after)
 {
     if (fields.wrongDate)
-        return {};
-    const std::array parts{fields.length, fields.isVideo() ? std::string_view() : fields.source, fields.grade};
-    std::string details;
-    for (const std::string_view part : parts) {
-        if (!details.empty() && !part.empty())
-            details.append(", ");
-        details.append(part);
+        return;
+    const char *separator = before;
+    for (const std::string_view part :
+         {fields.length, fields.isVideo() ? std::string_view() : fields.source, fields.grade}) {
+        if (part.empty())
+            continue;
+        text.append(separator).append(part);
+        separator = ", ";
     }
-    return details;
+    if (separator != before)
+        text.append(after);
 }
 
 } // namespace
 
 std::string ListingLabelUtf8(pugi::xml_node listing)
 {
+    constexpr size_t kUsualLength = 128;
     const Fields fields(listing);
-    std::string label = Title(fields);
-    if (const std::string details = Details(fields); !details.empty())
-        label.append(" (").append(details).append(")");
+    std::string label;
+    label.reserve(kUsualLength);
+    AppendTitle(label, fields);
+    AppendDetails(label, fields, " (", ")");
     if (!fields.seeder.empty())
         label.append(" (").append(fields.seeder).append(")");
     return label;
@@ -154,12 +183,16 @@ QString ListingLabel(pugi::xml_node listing)
 
 QString ListingTitle(pugi::xml_node listing)
 {
-    return QString::fromStdString(Title(Fields(listing)));
+    std::string title;
+    AppendTitle(title, Fields(listing));
+    return QString::fromStdString(title);
 }
 
 QString ListingDetails(pugi::xml_node listing)
 {
-    return QString::fromStdString(Details(Fields(listing)));
+    std::string details;
+    AppendDetails(details, Fields(listing), "", "");
+    return QString::fromStdString(details);
 }
 
 QString ListingDateText(pugi::xml_node listing)
@@ -167,14 +200,21 @@ QString ListingDateText(pugi::xml_node listing)
     return QString::fromStdString(DateText(Fields(listing)));
 }
 
-std::string SortKey(std::string label)
+std::string SortKey(const std::string &label)
 {
-    const bool ascii = std::all_of(label.begin(), label.end(), [](char c) { return (c & 0x80) == 0; });
-    if (!ascii)
-        return QString::fromStdString(label).toCaseFolded().toStdString();
-    for (char &c : label) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
+    std::string key;
+    key.reserve(label.size());
+    const char *const end = label.data() + label.size();
+    for (const char *at = label.data(); at != end;) {
+        const char *letter = at++;
+        if ((*letter & 0x80) == 0) {
+            key.push_back(*letter >= 'A' && *letter <= 'Z' ? static_cast<char>(*letter - 'A' + 'a') : *letter);
+            continue;
+        }
+        // A run of other letters takes the long way.
+        while (at != end && (*at & 0x80) != 0)
+            ++at;
+        key.append(QString::fromUtf8(letter, at - letter).toCaseFolded().toUtf8().constData());
     }
-    return label;
+    return key;
 }

@@ -23,4 +23,4 @@ QString ListingDateText(pugi::xml_node listing);
 std::string ListingLabelUtf8(pugi::xml_node listing);
 
 /// The text by which labels sort: case-folded UTF-8.
-std::string SortKey(std::string label);
+std::string SortKey(const std::string &label);

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <optional>
 #include <string_view>
 #include <variant>
 

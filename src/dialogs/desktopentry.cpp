@@ -26,12 +26,22 @@ QString QuotedArgument(QString text)
     return u'"' + text + u'"';
 }
 
+/// The command that starts a program. Its own path may hold neither a field code nor "=" (desktops look for the program
+/// under the text as it stands in the file), so that a shell starts one that does.
+QString Command(const QString &target, const QString &arguments)
+{
+    const QString command = QuotedArgument(target) + u' ' + QuotedArgument(arguments);
+    if (!target.contains(u'%') && !target.contains(u'='))
+        return command;
+    return u"/bin/sh -c "_s + QuotedArgument(u"exec \"$0\" \"$1\""_s) + u' ' + command;
+}
+
 } // namespace
 
 QByteArray DesktopEntry(const QString &name, const QString &target, const QString &arguments)
 {
     // The quoting of the command line is inside the value, so that its backslashes are doubled once more.
-    const QString command = EscapedValue(QuotedArgument(target) + u' ' + QuotedArgument(arguments));
+    const QString command = EscapedValue(Command(target, arguments));
     return (u"[Desktop Entry]\nType=Application\nVersion=1.0\nName="_s + EscapedValue(name) + u"\nExec="_s + command +
             u"\nIcon=discbook\nTerminal=false\n"_s)
         .toUtf8();

@@ -11,15 +11,28 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <memory>
+
 #ifdef Q_OS_WIN
 #include <shlobj.h>
-
-#include <memory>
 #endif
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+#ifdef Q_OS_WIN
+constexpr QStringView kNotInFileNames = u"\\/:*?\"<>|";
+#else
+constexpr QStringView kNotInFileNames = u"/";
+#endif
+
+bool IsFileName(const QString &name)
+{
+    return !name.isEmpty() &&
+           std::none_of(name.cbegin(), name.cend(), [](QChar c) { return kNotInFileNames.contains(c); });
+}
 
 QString DesktopFile(const QString &nameAndSuffix)
 {
@@ -94,7 +107,7 @@ bool WriteShortcut(const QString &name, const QString &target, const QString &ar
 
 bool CreateDesktopShortcut(const QString &name, const QString &target, const QString &arguments)
 {
-    if (name.isEmpty() || name.contains(u'/'))
+    if (!IsFileName(name))
         return false;
     try {
         return WriteShortcut(name, target, arguments);

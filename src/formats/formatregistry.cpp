@@ -67,7 +67,7 @@ int FormatRegistry::AddFormat(const QString &name, const QString &classWord, boo
         m_pictures.AddCommonPicture(name);
     // In the list before the question is asked: a question runs an event loop, and nothing may ask for this name again.
     beginInsertRows({}, position + 1, position + 1);
-    m_entries.push_back({name, KindOfWord(classWord)});
+    m_entries.push_back({name, FormatPictureKey(name), KindOfWord(classWord)});
     m_positions.insert(name, position);
     endInsertRows();
     if (classWord.isEmpty())
@@ -101,9 +101,10 @@ QString FormatRegistry::GetShowImageKey(const QString &format, bool wrongDate)
         return u"WrongDate"_s;
     if (format.isEmpty())
         return u"Unchecked"_s;
-    if (FindFormat(format) < 0)
-        AddFormat(format, {}, false);
-    return FormatPictureKey(format);
+    int position = FindFormat(format);
+    if (position < 0)
+        position = AddFormat(format, {}, false);
+    return m_entries[static_cast<size_t>(position)].pictureKey;
 }
 
 int FormatRegistry::rowCount(const QModelIndex &parent) const

@@ -62,6 +62,7 @@ private:
     struct Entry
     {
         QString name;
+        QString pictureKey;
         FormatKind kind = FormatKind::Unknown;
     };
 

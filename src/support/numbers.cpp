@@ -4,6 +4,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -109,8 +110,10 @@ qint32 WholeNumber(double number)
 
 QString NumberText(double number)
 {
-    // Adding 0 makes a negative zero an ordinary one.
-    return QString::number(number + 0.0, 'f', QLocale::FloatingPointShortest);
+    // Nearly every number is a small whole one; writing those is much quicker.
+    if (const auto whole = static_cast<int>(std::clamp(number, -9999.0, 9999.0)); number == whole)
+        return QString::number(whole);
+    return QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 
 QString PadNumber(double number, int width)

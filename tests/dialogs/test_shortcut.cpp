@@ -47,6 +47,13 @@ private slots:
             u"Exec=\"/opt/my programs/discbook\" \"my  shows.xml\"");
         row("percent signs", u"100% %f", u"/opt/discbook", u"100% %f %%.xml", u"Name=100% %f",
             u"Exec=\"/opt/discbook\" \"100%% %%f %%%%.xml\"");
+        for (const char16_t c : {u'%', u'='}) {
+            const QString folder = u"/opt/50"_s + c;
+            QTest::addRow("%c in the program's path", static_cast<char>(c))
+                << u"a"_s << folder + u"/discbook"_s << u"a.xml"_s << u"Name=a"_s
+                << u"Exec=/bin/sh -c \"exec \\\\\"\\\\$0\\\\\" \\\\\"\\\\$1\\\\\"\" \""_s +
+                       QString(folder).replace(u'%', u"%%"_s) + u"/discbook\" \"a.xml\""_s;
+        }
         row("quotes", u"\"a\" 'b'", u"/opt/discbook", u"\"a\" 'b' `c`.xml", u"Name=\"a\" 'b'",
             u"Exec=\"/opt/discbook\" \"\\\\\"a\\\\\" 'b' \\\\`c\\\\`.xml\"");
         row("backslash and dollar", u"a\\b$", u"/opt/discbook", u"a\\b$HOME.xml", u"Name=a\\\\b$",
