@@ -38,6 +38,17 @@ int RowFor(const std::vector<std::unique_ptr<Node>> &nodes, const Place &place)
     return static_cast<int>(std::lower_bound(nodes.begin(), nodes.end(), place, before) - nodes.begin());
 }
 
+/// A listing's label, cut where it is far too long for any line.
+QString ShownLabel(pugi::xml_node listing)
+{
+    constexpr qsizetype kLongestCharacter = 4; // bytes of UTF-8
+    constexpr qsizetype kShown = BrowseTreeModel::kShownLabelLength;
+    const std::string label = ListingLabelUtf8(listing);
+    const auto size = static_cast<qsizetype>(label.size());
+    const QString shown = QString::fromUtf8(label.data(), qMin(size, (kShown + 1) * kLongestCharacter));
+    return shown.size() <= kShown ? shown : QString(shown.first(kShown) + u'…');
+}
+
 } // namespace
 
 BrowseTreeModel::BrowseTreeModel(const PictureList &pictures) : m_pictures(pictures) {}
@@ -308,8 +319,7 @@ QVariant BrowseTreeModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole: {
         if (const Group *group = GroupAt(index))
             return group->text;
-        const QString label = ListingLabel(ListingAt(index)->element);
-        return label.size() <= kShownLabelLength ? label : QString(label.first(kShownLabelLength) + u'…');
+        return ShownLabel(ListingAt(index)->element);
     }
     case Qt::DecorationRole:
         return m_pictures.Picture(NodePicture(index));
