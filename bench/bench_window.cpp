@@ -54,11 +54,14 @@ public:
         SelectMiddle();
     }
 
+    /// The one window, made when it is first asked for and closed by Close().
     static Window &Instance()
     {
-        static Window window;
-        return window;
+        if (!Held())
+            Held() = std::make_unique<Window>();
+        return *Held();
     }
+    static void Close() { Held().reset(); }
 
     QModelIndex Group(int row) const { return m_tree->model()->index(row, 0); }
 
@@ -90,6 +93,12 @@ public:
     static void Paint() { QApplication::processEvents(); }
 
 private:
+    static std::unique_ptr<Window> &Held()
+    {
+        static std::unique_ptr<Window> window;
+        return window;
+    }
+
     BenchFolder m_folder;
     YesPrompts m_prompts;
     frmMain m_form;
@@ -224,5 +233,6 @@ int main(int argc, char **argv)
     }
     catalogPath = QFile::decodeName(argv[1]);
     benchmark::RunSpecifiedBenchmarks();
+    Window::Close();
     return 0;
 }

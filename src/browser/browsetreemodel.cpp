@@ -311,6 +311,12 @@ int BrowseTreeModel::columnCount(const QModelIndex & /*parent*/) const
     return 1;
 }
 
+Qt::ItemFlags BrowseTreeModel::flags(const QModelIndex &index) const
+{
+    constexpr Qt::ItemFlags kNode = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    return index.internalPointer() ? kNode | Qt::ItemNeverHasChildren : kNode;
+}
+
 QVariant BrowseTreeModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())

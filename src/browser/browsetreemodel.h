@@ -105,6 +105,7 @@ public:
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     bool hasChildren(const QModelIndex &parent = {}) const override { return rowCount(parent) > 0; }
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
     struct Nodes

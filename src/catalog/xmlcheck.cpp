@@ -101,10 +101,13 @@ bool MarkupReader::ReadText()
     const std::string_view rest = m_cursor.Rest();
     const std::string_view text = rest.substr(0, rest.find('<'));
     m_cursor.Skip(text.size());
-    if (m_depth == 0)
-        return text.find_first_not_of(" \t\r\n"sv) == text.npos;
-    if (m_afterStartTag && !text.empty() && !InField() && rest.substr(text.size()).starts_with("</"sv))
-        m_isMixed = true;
+    if (!InField()) {
+        const bool isBlank = text.find_first_not_of(" \t\r\n"sv) == text.npos;
+        if (m_depth == 0)
+            return isBlank;
+        const bool isAlone = m_afterStartTag && !text.empty() && m_cursor.Rest().starts_with("</"sv);
+        m_isMixed = m_isMixed || !isBlank || isAlone;
+    }
     return HasOnlyReferences(text);
 }
 

@@ -17,7 +17,7 @@ constexpr bool IsXmlCharacter(char32_t c)
 enum class XmlForm {
     Malformed,
     Simple, ///< fields hold nothing but text, so that the parser tells layout from data
-    Mixed,  ///< a field has elements, comments, instructions or CDATA, or the document or a listing text alone
+    Mixed,  ///< a field has elements, comments, instructions or CDATA, or text stands outside of fields
 };
 
 /// Checks whether UTF-8 text (without a byte-order mark) is a well-formed XML document in those points that the parser

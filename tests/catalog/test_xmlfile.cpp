@@ -70,6 +70,8 @@ private slots:
             "<Catalog>\n\t<Item ID=\"1\" />\n\t<Type>a</Type>\n</Catalog>\n");
         row("layout beside comments", "<Catalog> <!--a-->\n <Item> <!--b--> <Notes>c</Notes> </Item></Catalog>",
             "<Catalog>\n\t<!--a-->\n\t<Item>\n\t\t<!--b-->\n\t\t<Notes>c</Notes>\n\t</Item>\n</Catalog>\n");
+        row("layout by reference", "<Catalog>&#32;<Item>&#10; </Item></Catalog>",
+            "<Catalog>\n\t<Item />\n</Catalog>\n");
         row("layout alone", "<Catalog> </Catalog>", "<Catalog />\n");
         row("declaration", "<?xml version='1.0' encoding='utf-8' standalone='yes'?><Catalog/>",
             "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\n<Catalog />\n");

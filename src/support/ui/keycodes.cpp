@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 namespace {
 
@@ -13,14 +13,24 @@ struct KeyPair
     VirtualKey code;
 };
 
-constexpr KeyPair kSingleKeys[] = {
-    {Qt::Key_Backspace, VkBackspace}, {Qt::Key_Tab, VkTab},           {Qt::Key_Backtab, VkTab},
-    {Qt::Key_Return, VkEnter},        {Qt::Key_Enter, VkEnter},       {Qt::Key_Escape, VkEscape},
-    {Qt::Key_PageUp, VkPageUp},       {Qt::Key_PageDown, VkPageDown}, {Qt::Key_End, VkEnd},
-    {Qt::Key_Home, VkHome},           {Qt::Key_Left, VkLeft},         {Qt::Key_Up, VkUp},
-    {Qt::Key_Right, VkRight},         {Qt::Key_Down, VkDown},         {Qt::Key_Insert, VkInsert},
+constexpr auto kSingleKeys = std::to_array<KeyPair>({
+    {Qt::Key_Backspace, VkBackspace},
+    {Qt::Key_Tab, VkTab},
+    {Qt::Key_Backtab, VkTab},
+    {Qt::Key_Return, VkEnter},
+    {Qt::Key_Enter, VkEnter},
+    {Qt::Key_Escape, VkEscape},
+    {Qt::Key_PageUp, VkPageUp},
+    {Qt::Key_PageDown, VkPageDown},
+    {Qt::Key_End, VkEnd},
+    {Qt::Key_Home, VkHome},
+    {Qt::Key_Left, VkLeft},
+    {Qt::Key_Up, VkUp},
+    {Qt::Key_Right, VkRight},
+    {Qt::Key_Down, VkDown},
+    {Qt::Key_Insert, VkInsert},
     {Qt::Key_Delete, VkDelete},
-};
+});
 
 } // namespace
 
@@ -37,9 +47,9 @@ int VirtualKeyCode(const QKeyEvent &event)
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
         return key - Qt::Key_F1 + VkF1;
     }
-    const auto *found = std::find_if(
-        std::begin(kSingleKeys), std::end(kSingleKeys), [key](const KeyPair &pair) { return pair.key == key; });
-    return found == std::end(kSingleKeys) ? 0 : found->code;
+    const auto *found =
+        std::find_if(kSingleKeys.begin(), kSingleKeys.end(), [key](const KeyPair &pair) { return pair.key == key; });
+    return found == kSingleKeys.end() ? 0 : found->code;
 }
 
 int ShiftState(const QKeyEvent &event)
