@@ -181,7 +181,7 @@ private slots:
     {
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("format");
-        const std::map<const char *, const char *> formats = {
+        const std::vector<std::pair<const char *, const char *>> formats = {
             {"1", "FLAC"},   {"2", "MP3"},   {"3", "SHN"},       {"4", "CD"},         {"5", "LP"},   {"6", "Tape"},
             {"7", "VHS"},    {"8", "DVD"},   {"9", "MPEG"},      {"10", "Quicktime"}, {"11", "11"},  {"12", "12"},
             {"0", ""},       {"", ""},       {"00", "00"},       {"0.0", "0.0"},      {"-1", "-1"},  {"1.5", "1.5"},

@@ -23,11 +23,18 @@ public:
     {
         if (event->type() != QEvent::KeyPress)
             return false;
-        const int character = CharacterCode(*static_cast<QKeyEvent *>(event));
-        return character != 0 && ComboTypeAhead(m_box, character, true) == 0;
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        const int character = CharacterCode(key);
+        return IsStrayAccessKey(key) || (character != 0 && ComboTypeAhead(m_box, character, true) == 0);
     }
 
 private:
+    /// An access key that belongs to nobody; the box would take it for a letter.
+    static bool IsStrayAccessKey(const QKeyEvent &key)
+    {
+        return key.modifiers().testFlag(Qt::AltModifier) && CharacterCode(key) == 0 && !key.text().isEmpty();
+    }
+
     QComboBox &m_box;
 };
 

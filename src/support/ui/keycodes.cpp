@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -47,9 +46,12 @@ int VirtualKeyCode(const QKeyEvent &event)
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
         return key - Qt::Key_F1 + VkF1;
     }
-    const auto *found =
-        std::find_if(kSingleKeys.begin(), kSingleKeys.end(), [key](const KeyPair &pair) { return pair.key == key; });
-    return found == kSingleKeys.end() ? 0 : found->code;
+    for (const KeyPair &pair : kSingleKeys) {
+        if (pair.key == key) {
+            return pair.code;
+        }
+    }
+    return 0;
 }
 
 int ShiftState(const QKeyEvent &event)
