@@ -37,11 +37,13 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(DISCBOOK_VERSION));
 
     QtPrompts prompts;
-    InstallFailureReporter([&prompts](const FailureReport &report) { ShowFailureReport(report, prompts); });
+    QWidget *mainWindow = nullptr;
+    InstallFailureReporter([&](const FailureReport &report) { ShowFailureReport(report, prompts, mainWindow); });
     Guarded("modGlobal", "Main", [] { PrepareProgramFolder(); });
 
     frmMain window(prompts, {.arguments = Arguments(argc, argv)});
     prompts.SetMainWindow(&window);
+    mainWindow = &window;
     window.Form_Load();
     window.show();
     return QApplication::exec();

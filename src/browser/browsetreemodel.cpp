@@ -314,6 +314,8 @@ int BrowseTreeModel::columnCount(const QModelIndex & /*parent*/) const
 Qt::ItemFlags BrowseTreeModel::flags(const QModelIndex &index) const
 {
     constexpr Qt::ItemFlags kNode = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (!index.isValid())
+        return Qt::NoItemFlags;
     return index.internalPointer() ? kNode | Qt::ItemNeverHasChildren : kNode;
 }
 

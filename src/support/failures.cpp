@@ -52,15 +52,17 @@ void PrintReport(const FailureReport &report)
     std::fputs(text.toLocal8Bit().constData(), stderr);
 }
 
-// A failure inside the reporter would otherwise open report over report, so it is only printed.
+// A failure while a report is open (its log cannot be saved, say) is reported over it; one inside that second report
+// would go on like this for ever, so it is only printed.
 void Deliver(const FailureReport &report)
 {
-    static bool reporting = false;
-    if (reporting || !Reporter()) {
+    constexpr int kDeepest = 2;
+    static int open = 0;
+    if (open == kDeepest || !Reporter()) {
         PrintReport(report);
         return;
     }
-    const QScopedValueRollback<bool> guard(reporting, true);
+    const QScopedValueRollback<int> guard(open, open + 1);
     const FailureReporter reporter = Reporter();
     try {
         reporter(report);

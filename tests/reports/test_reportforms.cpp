@@ -319,6 +319,5 @@ private slots:
     }
 };
 
-
 QTEST_MAIN(TestReportForms)
 #include "test_reportforms.moc"

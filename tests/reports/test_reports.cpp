@@ -328,6 +328,5 @@ private slots:
     }
 };
 
-
 QTEST_MAIN(TestReports)
 #include "test_reports.moc"

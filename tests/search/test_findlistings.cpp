@@ -169,6 +169,5 @@ private slots:
     }
 };
 
-
 QTEST_GUILESS_MAIN(TestFindListings)
 #include "test_findlistings.moc"

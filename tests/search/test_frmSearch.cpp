@@ -344,6 +344,5 @@ private slots:
     }
 };
 
-
 QTEST_MAIN(TestFrmSearch)
 #include "test_frmSearch.moc"
