@@ -17,6 +17,14 @@ double Number(QByteArrayView id)
     return LeadingNumber(std::string_view(id.data(), static_cast<size_t>(id.size())));
 }
 
+/// Whether an ID is not written as a plain whole number, by which it could be looked up.
+bool IsOdd(QByteArrayView id)
+{
+    constexpr qsizetype kLongest = 15;
+    const bool digits = std::ranges::all_of(id, [](char c) { return c >= '0' && c <= '9'; });
+    return !digits || id.startsWith('0') || id.size() > kLongest;
+}
+
 } // namespace
 
 void ListingIndex::Clear()
@@ -40,6 +48,7 @@ void ListingIndex::Append(pugi::xml_node listing)
     else
         m_others[Id(first)].push_back(listing);
     m_highest = std::max(m_highest, Number(id));
+    m_oddIds += IsOdd(id) ? 1 : 0;
     ++m_size;
 }
 
@@ -51,6 +60,7 @@ void ListingIndex::Remove(pugi::xml_node listing)
     else if (const auto others = m_others.find(id); others != m_others.end())
         std::erase(*others, listing);
     m_highestKnown = m_highestKnown && Number(id) < m_highest;
+    m_oddIds -= IsOdd(id) ? 1 : 0;
     --m_size;
 }
 
@@ -75,10 +85,24 @@ pugi::xml_node ListingIndex::Find(QByteArrayView id) const
 double ListingIndex::HighestId() const
 {
     if (!m_highestKnown) {
-        m_highest = 0;
-        for (auto listing = m_first.keyBegin(); listing != m_first.keyEnd(); ++listing)
-            m_highest = std::max(m_highest, Number(*listing));
+        m_highest = FindHighestId();
         m_highestKnown = true;
     }
     return m_highest;
+}
+
+/// The highest ID left after the one that was went, which is nearly always just below it.
+double ListingIndex::FindHighestId() const
+{
+    constexpr int kNear = 1000;
+    if (m_oddIds == 0) {
+        for (auto id = static_cast<qint64>(m_highest), last = id - kNear; id > last; --id) {
+            if (id <= 0 || m_first.contains(QByteArray::number(id)))
+                return static_cast<double>(std::max<qint64>(id, 0));
+        }
+    }
+    double highest = 0;
+    for (auto listing = m_first.keyBegin(); listing != m_first.keyEnd(); ++listing)
+        highest = std::max(highest, Number(*listing));
+    return highest;
 }

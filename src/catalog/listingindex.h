@@ -28,12 +28,14 @@ public:
 
 private:
     void RemoveFirst(QByteArrayView id);
+    double FindHighestId() const;
 
     /// The first listing of each ID; the key views this listing's attribute.
     QHash<QByteArrayView, pugi::xml_node> m_first;
     /// Later listings of an ID that several have, in document order, under the same key. Empty in a sound catalog.
     QHash<QByteArrayView, std::vector<pugi::xml_node>> m_others;
     qsizetype m_size = 0;
+    qsizetype m_oddIds = 0; ///< listings whose ID is not written as a plain whole number
     mutable double m_highest = 0;
     mutable bool m_highestKnown = true;
 };

@@ -30,7 +30,7 @@ QString QuotedArgument(QString text)
 /// under the text as it stands in the file), so that a shell starts one that does.
 QString Command(const QString &target, const QString &arguments)
 {
-    const QString command = QuotedArgument(target) + u' ' + QuotedArgument(arguments);
+    QString command = QuotedArgument(target) + u' ' + QuotedArgument(arguments);
     if (!target.contains(u'%') && !target.contains(u'='))
         return command;
     return u"/bin/sh -c "_s + QuotedArgument(u"exec \"$0\" \"$1\""_s) + u' ' + command;

@@ -160,15 +160,28 @@ private slots:
         QCOMPARE(open.document.NumberOfListings(), ids.size() + 1);
     }
 
+    void nextIdAfterRemoving_data()
+    {
+        QTest::addColumn<QStringList>("ids");
+        QTest::addColumn<QList<int>>("next"); // after each is removed, in their order
+        QTest::newRow("one ID twice") << QStringList{u"3"_s, u"8"_s, u"8"_s, u"5"_s} << QList<int>{9, 9, 6, 1};
+        QTest::newRow("just below") << QStringList{u"12"_s, u"11"_s, u"10"_s} << QList<int>{12, 11, 1};
+        QTest::newRow("far below") << QStringList{u"90000"_s, u"7"_s, u"3"_s} << QList<int>{8, 4, 1};
+        QTest::newRow("written oddly") << QStringList{u"9"_s, u"07"_s, u" 6x"_s} << QList<int>{8, 7, 1};
+    }
     void nextIdAfterRemoving()
     {
-        Opened open("<Catalog><Item ID='3'/><Item ID='8'/><Item ID='8'/><Item ID='5'/></Catalog>");
+        QFETCH(QStringList, ids);
+        QByteArray xml = "<Catalog>";
+        for (const QString &id : ids)
+            xml += "<Item ID='" + id.toUtf8() + "'/>";
+        Opened open(xml + "</Catalog>");
         QList<int> next;
-        for (const QString &id : {u"3"_s, u"8"_s, u"8"_s, u"5"_s}) {
+        for (const QString &id : ids) {
             open.document.RemoveListing(id);
             next += open.document.GetNextID();
         }
-        QCOMPARE(next, QList<int>({9, 9, 6, 1}));
+        QTEST(next, "next");
     }
 
     void appends()

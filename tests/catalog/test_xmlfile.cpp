@@ -4,9 +4,10 @@
 #include "xmlcheck.h"
 #include "xmlfile.h"
 
-#include <QElapsedTimer>
 #include <QStringEncoder>
 #include <QTest>
+
+#include <ctime>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -195,10 +196,10 @@ private slots:
     void extremes()
     {
         QFETCH(QByteArray, xml);
-        QElapsedTimer timer;
-        timer.start();
+        // The processor's time, which other programs do not lengthen.
+        const std::clock_t start = std::clock();
         QVERIFY(ParseXml(xml));
-        QVERIFY2(timer.elapsed() < 10'000, "this must not take quadratic time");
+        QVERIFY2((std::clock() - start) / CLOCKS_PER_SEC < 10, "this must not take quadratic time");
     }
 
     void encodings_data()

@@ -37,7 +37,7 @@ QByteArray Contents(const QString &path)
 /// An older catalog in a folder of its own, and a program's folder beside it.
 struct Pair
 {
-    explicit Pair(const QString &folder) : root(folder) { SetProgramFolder(root + u"/program"_s); }
+    explicit Pair(QString folder) : root(std::move(folder)) { SetProgramFolder(root + u"/program"_s); }
     Pair(const QString &folder, const QByteArray &catalogItems, const QByteArray &userItems) : Pair(folder)
     {
         Write(catalog, "<Catalog>" + catalogItems + "</Catalog>");
