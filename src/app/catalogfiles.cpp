@@ -2,6 +2,7 @@
 
 #include "catalogdocument.h"
 #include "failures.h"
+#include "modConvertTo12.h"
 #include "paths.h"
 #include "prompts.h"
 #include "recentcatalogs.h"
@@ -14,12 +15,6 @@ namespace {
 
 constexpr auto kModule = "frmMain";
 constexpr auto kFilter = "XML Files (*.xml)|*.xml|All files (*.*)|*.*"_L1;
-
-/// Where the user's data of an older catalog lies: "Shows User.xml" beside "Shows.xml".
-QString CompanionPath(const QString &path)
-{
-    return path.chopped(qMin<qsizetype>(4, path.size())) + u" User.xml"_s;
-}
 
 } // namespace
 
@@ -34,7 +29,9 @@ CatalogFiles::CatalogFiles(CatalogDocument &document, RecentCatalogs &recent, Us
 void CatalogFiles::OpenCatalog(const QString &path)
 {
     m_views.ShowHideInfoFrame(false);
-    const QString companion = CompanionPath(path);
+    if (!QFileInfo::exists(path))
+        FinishInterruptedConversion(path);
+    const QString companion = UserFilePath(path);
     if (m_convert && QFileInfo::exists(companion) && !m_convert(path, companion)) {
         ReplaceByEmptyDocument();
         return;
@@ -131,6 +128,8 @@ bool CatalogFiles::mnuFileSave_Click()
     return Guarded(kModule, "mnuFileSave_Click", [this] {
         m_document.Save();
         m_views.RefillPanel();
+        // A listing without any content leaves the catalog, and the tree, when it is saved.
+        m_views.UpdateCaption();
     });
 }
 

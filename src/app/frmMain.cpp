@@ -167,6 +167,7 @@ void frmMain::ConnectDialogs()
     connect(m_dialogs, &DialogCommands::searchStarts, this, [this] {
         m_tree.Model().Clear();
         ShowHideInfoFrame(false);
+        UpdateCaption();
     });
     connect(m_dialogs, &DialogCommands::searchFinished, this, &frmMain::ShowLoadedTree);
     connect(m_dialogs, &DialogCommands::nothingFound, this, [this] { LoadShows(); });
@@ -204,6 +205,7 @@ void frmMain::Form_Load()
         EnableCatalogMenus(false);
         m_recent.Load();
     });
+    step([] { FinishInterruptedConversions(ProgramFolder()); });
     step([this] { OpenFirstCatalog(); });
     step([this] {
         ShowHideInfoFrame(false);

@@ -73,6 +73,7 @@ bool BrowseTree::LoadShows()
 
 bool BrowseTree::LoadShowList(const std::vector<pugi::xml_node> &listings)
 {
+    const ShownTypes::ChangeScope types(m_types);
     const LoadScope load(m_model);
     const bool added = AddListings(listings);
     for (const auto &group : m_model.Groups())

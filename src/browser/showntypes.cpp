@@ -2,6 +2,8 @@
 
 #include "clsINI.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -12,6 +14,13 @@ QString SettingKey(const QString &typeName)
 }
 
 } // namespace
+
+ShownTypes::ChangeScope::~ChangeScope()
+{
+    m_types.m_holdsNews = false;
+    if (std::exchange(m_types.m_hasNews, false))
+        emit m_types.changed();
+}
 
 ShownTypes::ShownTypes(clsINI &settings) : m_settings(settings)
 {
@@ -27,14 +36,21 @@ void ShownTypes::LoadTypeMenu(const QString &catalogName, const QStringList &cat
         Append(name);
     for (const QString &name : catalogTypes)
         Append(name);
-    emit changed();
+    TellChanged();
 }
 
 int ShownTypes::AddTypeMenuItem(const QString &typeName)
 {
     Append(typeName);
-    emit changed();
+    TellChanged();
     return count() - 1;
+}
+
+void ShownTypes::TellChanged()
+{
+    m_hasNews = m_holdsNews;
+    if (!m_holdsNews)
+        emit changed();
 }
 
 void ShownTypes::Append(const QString &name)
@@ -49,7 +65,7 @@ void ShownTypes::Toggle(int index)
     Type &type = m_types[static_cast<size_t>(index)];
     type.shown = !type.shown;
     m_settings.WriteFlag(m_catalogName, SettingKey(type.name), type.shown);
-    emit changed();
+    TellChanged();
 }
 
 QStringList ShownTypes::ShownNames() const

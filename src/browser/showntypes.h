@@ -20,6 +20,19 @@ public:
     enum FixedType { Album = 0, Concert = 1, Bootleg = 2, Interview = 3, Outtakes = 4, Video = 5 };
     static constexpr int kNumberOfFixedTypes = 6;
 
+    /// Holds the news of changes back as long as it lives, and tells them once at its end: a load may add many types.
+    class ChangeScope
+    {
+    public:
+        explicit ChangeScope(ShownTypes &types) : m_types(types) { m_types.m_holdsNews = true; }
+        ~ChangeScope();
+        ChangeScope(const ChangeScope &) = delete;
+        ChangeScope &operator=(const ChangeScope &) = delete;
+
+    private:
+        ShownTypes &m_types;
+    };
+
     /// `settings` must outlive this object.
     explicit ShownTypes(clsINI &settings);
 
@@ -53,9 +66,12 @@ private:
     };
 
     void Append(const QString &name);
+    void TellChanged();
 
     clsINI &m_settings;
     QString m_catalogName;
     std::vector<Type> m_types;
     QHash<QString, int> m_positions;
+    bool m_holdsNews = false;
+    bool m_hasNews = false;
 };

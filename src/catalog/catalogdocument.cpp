@@ -70,7 +70,14 @@ void CatalogDocument::Save()
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    SaveXml(*m_file.document, m_file.encoding, m_path);
+    try {
+        SaveXml(*m_file.document, m_file.encoding, m_path);
+    } catch (...) {
+        // A catalog without any content is saved as an empty file; one that was not saved can still be added to.
+        if (!Catalog())
+            m_file.document->append_child("Catalog");
+        throw;
+    }
     SetChanged(false);
 }
 

@@ -39,7 +39,8 @@ void ListingCommands::mnuFileNewSource_Click()
                 Icon::Information);
             return;
         }
-        ShowNew(m_document.AppendListing(types.front()));
+        if (HasNextID())
+            ShowNew(m_document.AppendListing(types.front()));
     });
 }
 
@@ -56,7 +57,16 @@ void ListingCommands::mnuEditCopyListing_Click()
 
 void ListingCommands::AddNewShowToList(pugi::xml_node listing)
 {
-    Guarded("frmMain", "AddNewShowToList", [&] { ShowNew(m_document.AppendCopy(listing)); });
+    Guarded("frmMain", "AddNewShowToList", [&] {
+        if (HasNextID())
+            ShowNew(m_document.AppendCopy(listing));
+    });
+}
+
+/// Whether a new listing can have an ID. Reports it when there is none left.
+bool ListingCommands::HasNextID() const
+{
+    return Guarded("frmMain", "GetNextID", [this] { return m_document.GetNextID(); }).has_value();
 }
 
 /// A listing that the view options keep out of the tree is in the catalog all the same; nothing else is selected then.

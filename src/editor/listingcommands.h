@@ -39,6 +39,7 @@ signals:
     void shownCountChanged();
 
 private:
+    bool HasNextID() const;
     void ShowNew(pugi::xml_node listing);
 
     CatalogDocument &m_document;

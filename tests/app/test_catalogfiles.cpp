@@ -131,6 +131,19 @@ private slots:
         QVERIFY(!f.document.Catalog());
     }
 
+    void interruptedConversionIsTakenToItsEnd()
+    {
+        Fixture f;
+        f.Catalog(u"Shows.xml.converted"_s);
+        f.Catalog(u"Conversion Backup/Shows.xml"_s);
+        f.folder.Write(u"Conversion Backup/Shows User.xml"_s, "<User/>");
+        f.folder.Write(u"Shows User.xml"_s, "<User/>");
+        f.files.SetConverter([](const QString &, const QString &) { return false; });
+        f.files.OpenCatalog(f.folder.Path(u"Shows.xml"_s));
+        QCOMPARE(f.views.Take(), kOpened);
+        QCOMPARE(f.Venue(), u"Shows.xml.converted"_s);
+    }
+
     void declinedConversionLeavesAnEmptyDocument()
     {
         Fixture f;

@@ -45,6 +45,9 @@ void ImageComboKeyDown(QComboBox &imageCombo, int keyCode, int shift)
         return;
     }
     if (keyCode == VkDelete || keyCode == VkBackspace) {
+        // The first item chosen again is a choice too, which no change of index would tell.
+        if (imageCombo.currentIndex() == 0)
+            emit imageCombo.activated(0);
         imageCombo.setCurrentIndex(0);
     } else if ((keyCode >= Vk0 && keyCode <= Vk9) || (keyCode >= VkA && keyCode <= VkZ)) {
         SelectNextWith(imageCombo, QChar(keyCode));
