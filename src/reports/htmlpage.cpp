@@ -7,6 +7,8 @@
 #include "labels.h"
 #include "modXMLSubs.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -14,7 +16,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr size_t kBufferSize = 1 << 16;
 constexpr std::string_view kLossyColour = "#FFCC88";
-constexpr std::string_view kColours[] = {"#FFFFCC", "#CCFFFF"};
+constexpr std::array<std::string_view, 2> kColours = {"#FFFFCC", "#CCFFFF"};
 
 /// Writes one page from top to bottom.
 class Page
