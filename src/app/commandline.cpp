@@ -24,7 +24,7 @@ QString CatalogFromCommandLine(const QStringList &arguments)
     path.remove(u'"');
     if (path.isEmpty() || IsAbsolute(path))
         return path;
-    const QString inProgramFolder = InFolder(ProgramFolder(), path);
+    QString inProgramFolder = InFolder(ProgramFolder(), path);
     if (!QFileInfo::exists(inProgramFolder) && QFileInfo::exists(path))
         return QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
     return inProgramFolder;

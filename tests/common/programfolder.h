@@ -20,7 +20,7 @@ public:
     /// Writes a file, making its folder when needed, and gives its path.
     QString Write(const QString &name, const QByteArray &contents) const
     {
-        const QString path = Path(name);
+        QString path = Path(name);
         QDir().mkpath(QFileInfo(path).path());
         WriteFileAtomically(path, contents);
         return path;
