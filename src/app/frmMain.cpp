@@ -23,6 +23,7 @@
 #include <QFileInfo>
 #include <QTreeView>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -283,7 +284,8 @@ void frmMain::Form_Resize()
         if (!m_startUp.sizeLimits)
             KeepSmallestSize();
         const int margin = PixelsFromTwips(kTreeMargin);
-        const int frameWidth = PixelsFromTwips(kFrameWidth);
+        // Large fonts need more room than the frame's design width.
+        const int frameWidth = std::max(PixelsFromTwips(kFrameWidth), fra->minimumSizeHint().width());
         const int height = centralWidget()->height() - margin - PixelsFromTwips(kTreeBottomMargin);
         const int frameLeft = centralWidget()->width() - margin - frameWidth;
         fra->setGeometry(frameLeft, margin, frameWidth, height);
