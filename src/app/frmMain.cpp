@@ -19,6 +19,7 @@
 #include "waitcursor.h"
 #include "websourcesmenu.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QTreeView>
@@ -76,7 +77,7 @@ frmMain::frmMain(UserPrompts &prompts, StartUp startUp)
 {
     setObjectName("frmMain"_L1);
     setWindowTitle(ApplicationTitle());
-    setWindowIcon(ProgramIcon());
+    QApplication::setWindowIcon(ProgramIcon());
     MakeControls();
     ConnectCommands();
     m_files.SetConverter([this](const QString &catalog, const QString &user) {
