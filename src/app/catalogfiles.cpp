@@ -1,11 +1,11 @@
 #include "catalogfiles.h"
 
-#include "catalogdocument.h"
 #include "failures.h"
 #include "modConvertTo12.h"
 #include "paths.h"
 #include "prompts.h"
 #include "recentcatalogs.h"
+#include "waitcursor.h"
 
 #include <QFileInfo>
 
@@ -37,7 +37,7 @@ void CatalogFiles::OpenCatalog(const QString &path)
         return;
     }
 
-    switch (m_document.Load(path)) {
+    switch (Load(path)) {
     case CatalogDocument::LoadResult::Loaded:
         m_document.SetPath(path);
         m_views.EnableCatalogMenus(true);
@@ -57,6 +57,12 @@ void CatalogFiles::OpenCatalog(const QString &path)
         break;
     }
     GoBack(path);
+}
+
+CatalogDocument::LoadResult CatalogFiles::Load(const QString &path)
+{
+    const WaitCursor wait;
+    return m_document.Load(path);
 }
 
 void CatalogFiles::ReplaceByEmptyDocument()
@@ -126,6 +132,7 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
 bool CatalogFiles::mnuFileSave_Click()
 {
     return Guarded(kModule, "mnuFileSave_Click", [this] {
+        const WaitCursor wait;
         m_document.Save();
         m_views.RefillPanel();
         // A listing without any content leaves the catalog, and the tree, when it is saved.

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "catalogdocument.h"
+
 #include <QString>
 
 #include <functional>
 
-class CatalogDocument;
 class RecentCatalogs;
 class UserPrompts;
 
@@ -55,6 +56,7 @@ public:
     bool OfferToSave();
 
 private:
+    CatalogDocument::LoadResult Load(const QString &path);
     void ReplaceByEmptyDocument();
     void GoBack(const QString &failedPath);
 

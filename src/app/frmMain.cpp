@@ -102,7 +102,7 @@ void frmMain::MakeControls()
 
     trv = new QTreeView(client);
     trv->setObjectName("trv"_L1);
-    trv->setAccessibleName(tr("Listings"));
+    trv->setAccessibleName(u"Listings"_s);
     trv->setHeaderHidden(true);
     trv->setUniformRowHeights(true);
     trv->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -339,7 +339,6 @@ void frmMain::LoadShows()
 void frmMain::ShowLoadedTree()
 {
     trv->setCurrentIndex(m_tree.Model().index(0, 0));
-    RefillPanel();
     UpdateCaption();
 }
 

@@ -6,6 +6,7 @@
 #include "paths.h"
 
 #include <QFile>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +38,7 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(DISCBOOK_VERSION));
 
     QtPrompts prompts;
-    QWidget *mainWindow = nullptr;
+    QPointer<QWidget> mainWindow;
     InstallFailureReporter([&](const FailureReport &report) { ShowFailureReport(report, prompts, mainWindow); });
     Guarded("modGlobal", "Main", [] { PrepareProgramFolder(); });
 

@@ -1,5 +1,7 @@
 #include "mainmenu.h"
 
+#include "listkinds.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -104,12 +106,10 @@ void MainMenu::MakeOptionsMenu(QMenuBar &bar)
 void MainMenu::MakeViewMenu(QMenuBar &bar)
 {
     mnuView = AddMenu(bar, "mnuView", u"&View"_s);
-    mnuListType = {
-        AddItem(*mnuView, "mnuListType0", u"&Lossless"_s),
-        AddItem(*mnuView, "mnuListType1", u"L&ossy"_s),
-        AddItem(*mnuView, "mnuListType2", u"&Need Lossless"_s),
-        AddItem(*mnuView, "mnuListType3", u"&Do Not Have"_s),
-    };
+    for (size_t i = 0; i < mnuListType.size(); ++i) {
+        const QByteArray name = "mnuListType" + QByteArray::number(i);
+        mnuListType[i] = AddItem(*mnuView, name.constData(), ListKindCaption(static_cast<ListKind>(i)));
+    }
     mnuView->addSeparator();
     mnuViewAsWebPage = AddItem(*mnuView, "mnuViewAsWebPage", u"As &Webpage"_s);
 }

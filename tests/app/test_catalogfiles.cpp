@@ -305,5 +305,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestCatalogFiles)
+QTEST_MAIN(TestCatalogFiles)
 #include "test_catalogfiles.moc"

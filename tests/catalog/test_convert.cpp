@@ -508,4 +508,4 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_convert.moc"
+#include "test_convert.moc"

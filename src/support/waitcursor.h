@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCursor>
 #include <QGuiApplication>
 
 /// Shows the busy pointer while a scope runs. An error report that opens inside the scope takes all busy pointers away
