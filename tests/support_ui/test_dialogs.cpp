@@ -91,8 +91,11 @@ private slots:
     {
         QFETCH(Buttons, buttons);
         QFETCH(int, key);
+        QWidget hidden;
         QtPrompts prompts;
+        prompts.SetMainWindow(&hidden);
         WhenOpen<QMessageBox>([key](QMessageBox &box) {
+            QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
             QCOMPARE(box.windowTitle(), u"Title"_s);
             QCOMPARE(box.icon(), QMessageBox::NoIcon);
             const auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);

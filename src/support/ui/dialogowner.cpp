@@ -1,6 +1,7 @@
 #include "dialogowner.h"
 
 #include <QApplication>
+#include <QWidget>
 
 QWidget *DialogOwner(QWidget *mainWindow)
 {
@@ -10,5 +11,7 @@ QWidget *DialogOwner(QWidget *mainWindow)
     if (QWidget *active = QApplication::activeWindow()) {
         return active;
     }
-    return mainWindow;
+    // A window that is yet to be shown has no frame. As the owner of a dialog it would be placed without one, and stand
+    // higher by its title with every start.
+    return mainWindow != nullptr && mainWindow->isVisible() ? mainWindow : nullptr;
 }
