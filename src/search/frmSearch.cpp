@@ -66,6 +66,9 @@ void frmSearch::ConnectControls()
         connect(box, &QLineEdit::textChanged, this, &frmSearch::EnableOK);
     for (const QComboBox *box : {cboType, icbFormat})
         connect(box, &QComboBox::currentIndexChanged, this, &frmSearch::EnableOK);
+    // The entry that a box shows already, chosen again, changes nothing but is a choice.
+    for (const QComboBox *box : findChildren<QComboBox *>())
+        connect(box, &QComboBox::activated, this, &frmSearch::EnableOK);
     connect(cmdOK, &QPushButton::clicked, this, &frmSearch::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdReset, &QPushButton::clicked, this, &frmSearch::cmdReset_Click);
@@ -114,12 +117,8 @@ void frmSearch::ShowType()
 
 void frmSearch::ShowFormat()
 {
-    if (m_criteria.format.isEmpty())
-        return;
-    const int row = icbFormat->findData(m_criteria.format, FormatRegistry::KeyRole);
-    if (row < 0)
-        throw ProgramError(Failure::OutOfRange, u"No such format: "_s + m_criteria.format);
-    icbFormat->setCurrentIndex(row);
+    // A format whose name begins or ends with a blank is remembered without it, and is none of the list then.
+    icbFormat->setCurrentIndex(std::max(0, icbFormat->findData(m_criteria.format, FormatRegistry::KeyRole)));
 }
 
 void frmSearch::EnableOK()

@@ -21,8 +21,7 @@ class frmSearch : public QDialog
     Q_OBJECT
 
 public:
-    /// `types` are the entries of the type box, `formats` those of the format picker. Throws ProgramError when the
-    /// remembered format is none of them.
+    /// `types` are the entries of the type box, `formats` those of the format picker.
     frmSearch(SearchCriteria &remembered, const QStringList &types, FormatRegistry &formats, QWidget *parent = nullptr);
 
     /// True unless the user pressed OK.
