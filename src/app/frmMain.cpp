@@ -1,5 +1,6 @@
 #include "frmMain.h"
 
+#include "browsetreeview.h"
 #include "commandline.h"
 #include "detailpanel.h"
 #include "dialogcommands.h"
@@ -22,7 +23,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QTreeView>
 
 #include <algorithm>
 #include <optional>
@@ -100,12 +100,9 @@ void frmMain::MakeControls()
     client->installEventFilter(this);
     setCentralWidget(client);
 
-    trv = new QTreeView(client);
+    trv = new BrowseTreeView(client);
     trv->setObjectName("trv"_L1);
     trv->setAccessibleName(u"Listings"_s);
-    trv->setHeaderHidden(true);
-    trv->setUniformRowHeights(true);
-    trv->setEditTriggers(QAbstractItemView::NoEditTriggers);
     trv->setModel(&m_tree.Model());
 
     fra = new DetailPanel(m_document, m_tree, m_formats, m_types, *trv, client);

@@ -1,5 +1,7 @@
 #include "editorwindow.h"
 
+#include "browsetreeview.h"
+
 #include <QHBoxLayout>
 
 #include <sstream>
@@ -7,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 EditorWindow::EditorWindow(const QByteArray &listings)
-    : trv(*new QTreeView(&window)),
+    : trv(*new BrowseTreeView(&window)),
       fra([this, &listings]() -> DetailPanel & {
           folder.Write(u"formats.ini"_s, "[Formats]\r\nFLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
           formats.LoadFormats();
@@ -15,8 +17,6 @@ EditorWindow::EditorWindow(const QByteArray &listings)
           document.Load(folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>"));
           types.LoadTypeMenu(u"Shows"_s, document.Types());
           trv.setModel(&tree.Model());
-          trv.setUniformRowHeights(true);
-          trv.setEditTriggers(QAbstractItemView::NoEditTriggers);
           return *new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
       }()),
       commands(document, tree, types, fra, trv, prompts),

@@ -471,7 +471,13 @@ private slots:
         EditorWindow w(kShows);
         w.Select(u"1"_s);
         QVERIFY(w.Field(u"txtVenue"_s).isVisible());
-        w.SelectKey(u"y1994"_s);
+        QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, w.trv.viewport()->rect().bottomLeft());
+        QVERIFY(w.trv.selectionModel()->isSelected(w.trv.currentIndex()));
+        QTest::keyClick(&w.trv, Qt::Key_Space, Qt::ControlModifier);
+        QVERIFY(w.trv.selectionModel()->isSelected(w.trv.currentIndex()));
+        QCOMPARE(w.CurrentKey(), u"s1"_s);
+        w.trv.collapse(w.trv.currentIndex().parent());
+        QCOMPARE(w.CurrentKey(), u"y1994"_s);
         QVERIFY(!w.Field(u"txtVenue"_s).isVisible() && !w.Field(u"lblVenue"_s).isVisible() && w.fra.isVisible());
         QVERIFY(!w.copyListing.isEnabled());
         w.Select(u"1"_s);
