@@ -5,6 +5,7 @@
 #include "numbers.h"
 #include "prompts.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -50,6 +51,15 @@ QString FlagText(bool value)
     return value ? u"True"_s : u"False"_s;
 }
 
+// The first free name of these: the file's own with ".damaged", ".damaged-2", ".damaged-3" ...
+QString CopyName(const QString &fileName)
+{
+    QString name = fileName + u".damaged"_s;
+    for (int i = 2; QFileInfo::exists(name); ++i)
+        name = u"%1.damaged-%2"_s.arg(fileName).arg(i);
+    return name;
+}
+
 } // namespace
 
 int clsINI::NumberOfKeys(const QString &SectionName) const
@@ -84,14 +94,24 @@ void clsINI::SaveFile()
         m_prompts.Message(u"Could not save INI file."_s, u"clsINI.SaveFile: "_s + reason, UserPrompts::Icon::Critical);
     };
     try {
-        if (m_unread && QFileInfo::exists(m_fileName))
-            throw ProgramError(Failure::Write, u"The file could not be read and is not replaced"_s);
+        KeepUnseen();
         WriteFlatFile(m_fileName, FileText());
     } catch (const ProgramError &error) {
         tell(error.description());
     } catch (const std::exception &error) {
         tell(QString::fromUtf8(error.what()));
     }
+}
+
+// What the model does not hold of a file would be lost when the model replaces it.
+void clsINI::KeepUnseen()
+{
+    if (!IsWhole() && QFileInfo::exists(m_fileName)) {
+        if (m_seen == Seen::Nothing)
+            throw ProgramError(Failure::Write, u"The file could not be read and is not replaced"_s);
+        WriteFileAtomically(CopyName(m_fileName), ReadWholeFile(m_fileName));
+    }
+    m_seen = Seen::All;
 }
 
 QString clsINI::FileText() const
@@ -111,22 +131,30 @@ void clsINI::LoadINI(const QString &FileName)
 {
     m_sections.clear();
     m_fileName = FileName;
-    m_unread = false;
+    m_seen = Seen::All;
     if (FileName.isEmpty() || !QFileInfo::exists(FileName))
         return;
-    m_unread = true;
+    m_seen = Seen::Nothing;
     QString text = DecodeFlatText(ReadWholeFile(FileName));
-    m_unread = false;
+    m_seen = Seen::Part;
     const QStringList lines = text.replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
     for (const QString &line : lines)
         TakeLine(line);
+    m_seen = Seen::All;
+}
+
+// What the report of a load that ended at a slip tells.
+QString clsINI::Damage(const QString &slip) const
+{
+    return u"%1: %2\r\nWhat follows was not read. Before the program writes this file, it keeps a copy of it as %3."_s
+        .arg(slip, QDir::toNativeSeparators(m_fileName), QFileInfo(CopyName(m_fileName)).fileName());
 }
 
 void clsINI::TakeLine(const QString &line)
 {
     if (line.startsWith(u'[')) {
         if (line.size() == 1)
-            throw ProgramError(Failure::BadFile, u"A section without a name: "_s + m_fileName);
+            throw ProgramError(Failure::BadFile, Damage(u"A section without a name"_s));
         AddSection(line.sliced(1, line.size() - 2));
         return;
     }
@@ -134,7 +162,7 @@ void clsINI::TakeLine(const QString &line)
     if (line.startsWith(u';') || equals < 0)
         return;
     if (m_sections.empty())
-        throw ProgramError(Failure::BadFile, u"A key before the first section: "_s + m_fileName);
+        throw ProgramError(Failure::BadFile, Damage(u"A key before the first section"_s));
     AddKey(NumberOfSections() - 1, line.first(equals), line.sliced(equals + 1));
 }
 

@@ -34,10 +34,12 @@ public:
     /// Writes the whole model to FileName. A failure is told to the user and to nobody else.
     void SaveFile();
     /// Replaces the model by the file's contents; a missing file gives an empty model. Throws ProgramError for a key
-    /// line before the first section and for a lone "["; what was read up to there stays. Also throws when the file is
-    /// there but cannot be read: the model is then empty, and SaveFile fails rather than put it in the place of a file
-    /// nobody has seen.
+    /// line before the first section and for a lone "["; what was read up to there stays, and SaveFile keeps a copy of
+    /// the file beside it before it replaces it. Also throws when the file is there but cannot be read: the model is
+    /// then empty, and SaveFile fails rather than put it in the place of a file nobody has seen.
     void LoadINI(const QString &FileName);
+    /// Whether the model holds all of the file: false after a load that failed, until the model is saved.
+    bool IsWhole() const { return m_seen == Seen::All; }
 
     /// Removes the first section of that name, then saves.
     void DeleteSection(const QString &SectionName);
@@ -68,7 +70,12 @@ private:
         std::vector<Key> keys;
     };
 
+    /// How much of the file the model holds.
+    enum class Seen { Nothing, Part, All };
+
     QString FileText() const;
+    void KeepUnseen();
+    QString Damage(const QString &slip) const;
     void TakeLine(const QString &line);
     int FindSection(const QString &name) const;
     int FindKey(int section, const QString &name) const;
@@ -78,6 +85,6 @@ private:
     UserPrompts &m_prompts;
     QString m_fileName;
     bool m_allowSaveFile = true;
-    bool m_unread = false; ///< the file is there, but reading it failed
+    Seen m_seen = Seen::All;
     std::vector<Section> m_sections;
 };
