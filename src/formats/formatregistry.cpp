@@ -1,5 +1,6 @@
 #include "formatregistry.h"
 
+#include "failures.h"
 #include "paths.h"
 #include "prompts.h"
 
@@ -30,19 +31,31 @@ void FormatRegistry::LoadFormats()
     m_pictures.RemoveFormatPictures();
     endResetModel();
 
-    m_file.LoadINI(InFolder(ProgramFolder(), u"formats.ini"_s));
-    LoadBitmaps();
+    QStringList failures;
+    try {
+        m_file.LoadINI(InFolder(ProgramFolder(), u"formats.ini"_s));
+    } catch (const ProgramError &error) {
+        failures.append(error.description());
+    }
+    failures += LoadBitmaps();
     LoadNamedFormats();
+    if (!failures.isEmpty())
+        throw ProgramError(Failure::BadFile, failures.join(u"\r\n"_s));
 }
 
-void FormatRegistry::LoadBitmaps()
+QStringList FormatRegistry::LoadBitmaps()
 {
     const QString folder = InFolder(ProgramFolder(), u"Formats"_s);
+    QStringList failures;
     for (const QString &file : FilesInFolder(folder, u"*.bmp"_s)) {
         const QString name = FileTitle(file);
-        m_pictures.AddFormatPicture(name, InFolder(folder, file));
-        AddFormat(name, m_file.ReadString(kSection, name), true);
+        const QString path = InFolder(folder, file);
+        const bool hasPicture = m_pictures.AddFormatPicture(name, path);
+        if (!hasPicture)
+            failures.append(u"The picture %1 cannot be loaded."_s.arg(path));
+        AddFormat(name, m_file.ReadString(kSection, name), hasPicture);
     }
+    return failures;
 }
 
 void FormatRegistry::LoadNamedFormats()
@@ -70,7 +83,8 @@ int FormatRegistry::AddFormat(const QString &name, const QString &classWord, boo
     m_entries.push_back({name, FormatPictureKey(name), KindOfWord(classWord)});
     m_positions.insert(name, position);
     endInsertRows();
-    if (classWord.isEmpty())
+    // Where formats.ini was not read to its end, its rest may class the format, and an answer would overrule it.
+    if (classWord.isEmpty() && m_file.IsWhole())
         m_entries[static_cast<size_t>(position)].kind = AskClass(name);
     return position;
 }

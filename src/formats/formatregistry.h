@@ -6,6 +6,7 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -35,15 +36,15 @@ public:
 
     explicit FormatRegistry(UserPrompts &prompts);
 
-    /// Builds the registry from the program's folder. Throws ProgramError when a bitmap or formats.ini cannot be used;
-    /// what was registered up to there stays.
+    /// Builds the registry from the program's folder. Registers all that can be, then throws ProgramError when bitmaps
+    /// or formats.ini could not be used.
     void LoadFormats();
 
     /// Position of the format with exactly that name, -1 when there is none.
     int FindFormat(const QString &name) const;
 
-    /// Registers a format under a class word of formats.ini ("Lossless", "Lossy"; an empty one asks the user) and gives
-    /// its position.
+    /// Registers a format under a class word of formats.ini ("Lossless", "Lossy"; an empty one asks the user, unless
+    /// the class may stand in a part of formats.ini that was not read) and gives its position.
     int AddFormat(const QString &name, const QString &classWord, bool hasPicture);
 
     /// The class of a format; an unknown name is registered first, which asks the user. An empty name has none.
@@ -67,7 +68,8 @@ private:
     };
 
     FormatKind AskClass(const QString &name);
-    void LoadBitmaps();
+    /// Gives a line for each bitmap that is none.
+    QStringList LoadBitmaps();
     void LoadNamedFormats();
 
     UserPrompts &m_prompts;

@@ -1,7 +1,5 @@
 #include "picturelist.h"
 
-#include "failures.h"
-
 #include <QImage>
 #include <QPixmap>
 
@@ -47,12 +45,12 @@ void PictureList::RemoveFormatPictures()
         [](const std::pair<const QString &, QIcon &> &entry) { return entry.first.startsWith(kFormatPrefix); });
 }
 
-void PictureList::AddFormatPicture(const QString &formatName, const QString &path)
+bool PictureList::AddFormatPicture(const QString &formatName, const QString &path)
 {
     const QImage image(path);
-    if (image.isNull())
-        throw ProgramError(Failure::BadFile, u"The picture %1 cannot be loaded."_s.arg(path));
-    m_pictures.insert(FormatPictureKey(formatName), IconFromImage(image));
+    if (!image.isNull())
+        m_pictures.insert(FormatPictureKey(formatName), IconFromImage(image));
+    return !image.isNull();
 }
 
 void PictureList::AddCommonPicture(const QString &formatName)

@@ -15,8 +15,8 @@ public:
     /// Forgets the format pictures.
     void RemoveFormatPictures();
 
-    /// Adds a format's picture from a bitmap file. Throws ProgramError when the file is no picture.
-    void AddFormatPicture(const QString &formatName, const QString &path);
+    /// Adds a format's picture from a bitmap file. False when the file is no picture.
+    bool AddFormatPicture(const QString &formatName, const QString &path);
 
     /// Gives a format that has no picture of its own the fixed picture "Checked".
     void AddCommonPicture(const QString &formatName);
