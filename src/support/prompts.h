@@ -17,7 +17,7 @@ public:
         QString title;
         QString filter;
         QString folder;    ///< the folder in which the dialog starts
-        QString extension; ///< added to a typed name without one, no dot
+        QString extension; ///< added to a name without one of the filter's, no dot
         QString proposed;  ///< proposed file name or path
     };
 

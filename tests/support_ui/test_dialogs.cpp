@@ -192,10 +192,12 @@ private slots:
         QTest::addColumn<QString>("question");
         QTest::addColumn<QString>("saved");
 
-        QTest::newRow("extension added") << u"new"_s << u"new.txt\nThis file does not exist."_s << u"new.txt"_s;
-        QTest::newRow("own extension") << u"new.lst"_s << u"new.lst\nThis file does not exist."_s << u"new.lst"_s;
-        QTest::newRow("existing, by its added extension")
-            << u"taken"_s << u"taken.txt already exists"_s << u"taken.txt"_s;
+        const QString isNew = u"\nThis file does not exist."_s;
+        QTest::newRow("extension added") << u"README"_s << isNew << u"README.txt"_s;
+        QTest::newRow("added behind dots") << u"Vol. 2"_s << isNew << u"Vol. 2.txt"_s;
+        QTest::newRow("not one of the filter's") << u"new.*"_s << isNew << u"new.*.txt"_s;
+        QTest::newRow("one of the filter's") << u"new.LOG"_s << isNew << u"new.LOG"_s;
+        QTest::newRow("existing, by its added extension") << u"taken"_s << u" already exists"_s << u"taken.txt"_s;
     }
 
     void saveFile()
@@ -205,12 +207,12 @@ private slots:
         QFETCH(QString, saved);
         QtPrompts prompts;
         WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
-            AnswerBox(question, QMessageBox::Yes);
+            AnswerBox(saved + question, QMessageBox::Yes);
             TypeName(dialog, typed);
         });
         const UserPrompts::FileRequest request{
             .title = u"Export list to file"_s,
-            .filter = u"Text files (*.txt)|*.txt|All files (*.*)|*.*"_s,
+            .filter = u"Text files (*.txt)|*.txt;*.log|All files (*.*)|*.*"_s,
             .folder = m_folder->path(),
             .extension = u"txt"_s,
             .proposed = u"list.txt"_s};

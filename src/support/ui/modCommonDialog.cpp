@@ -45,13 +45,37 @@ QString Run(QFileDialog &dialog)
     return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
 }
 
-bool MayCreate(QWidget *owner, const QFileDialog &dialog, const QString &path)
+QStringList Patterns(const QString &filter)
 {
+    const QStringList parts = filter.split(u'|');
+    QStringList patterns;
+    for (qsizetype i = 1; i < parts.size(); i += 2) {
+        patterns += parts[i].split(u';');
+    }
+    return patterns;
+}
+
+// A name may have dots of its own: only an extension that the filter names makes another one needless.
+QString WithExtension(const QString &path, const UserPrompts::FileRequest &request)
+{
+    QStringList patterns = Patterns(request.filter);
+    patterns.removeAll(u"*.*"_s);
+    if (path.isEmpty() || request.extension.isEmpty() || QDir::match(patterns, FileTitle(path, true))) {
+        return path;
+    }
+    return path + u'.' + request.extension;
+}
+
+bool MayWrite(QWidget *owner, const QString &title, const QString &path)
+{
+    const bool exists = QFileInfo::exists(path);
+    const QString question = exists ? u"%1 already exists.\nDo you want to replace it?"_s
+                                    : u"%1\nThis file does not exist.\nDo you want to create it?"_s;
     QMessageBox box(
-        QMessageBox::Question, dialog.windowTitle(),
-        FileTitle(path, true) + u"\nThis file does not exist.\nDo you want to create it?"_s,
+        exists ? QMessageBox::Warning : QMessageBox::Question, title, question.arg(FileTitle(path, true)),
         QMessageBox::Yes | QMessageBox::No, owner);
     box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(exists ? QMessageBox::No : QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -82,11 +106,13 @@ QString SaveFileDialog(QWidget *owner, const UserPrompts::FileRequest &request)
     QFileDialog dialog(owner);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(request.extension);
+    // Neither the dialog's default suffix, which a name with a dot does not get, nor its question, which would be about
+    // the name without one.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     Prepare(dialog, request);
-    QString path = Run(dialog);
-    while (!path.isEmpty() && !QFileInfo::exists(path) && !MayCreate(owner, dialog, path)) {
-        path = Run(dialog);
-    }
+    QString path;
+    do {
+        path = WithExtension(Run(dialog), request);
+    } while (!path.isEmpty() && !MayWrite(owner, request.title, path));
     return path;
 }
