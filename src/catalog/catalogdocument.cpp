@@ -70,14 +70,7 @@ void CatalogDocument::Save()
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    try {
-        SaveXml(*m_file.document, m_file.encoding, m_path);
-    } catch (...) {
-        // A catalog without any content is saved as an empty file; one that was not saved can still be added to.
-        if (!Catalog())
-            m_file.document->append_child("Catalog");
-        throw;
-    }
+    SaveXml(*m_file.document, m_file.encoding, m_path);
     SetChanged(false);
 }
 

@@ -245,9 +245,10 @@ QString ParseSetList(const QString &text)
 
 void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing)
 {
+    const pugi::xml_node documentElement = document.document_element();
     for (const pugi::xml_node element : AllElements(document)) {
         RemoveEmptyAttributes(element);
-        if (element.first_attribute() || HasChildren(element))
+        if (element.first_attribute() || HasChildren(element) || element == documentElement)
             continue;
         if (removing)
             removing(element);

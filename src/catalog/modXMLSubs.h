@@ -49,6 +49,6 @@ QString UnescapeText(QString text);
 QString ParseSetList(const QString &text);
 
 /// Removes every empty attribute, and every element that then has neither attributes nor children. The elements are
-/// those that the document had before: a parent emptied by the clean-up itself stays. `removing` is told of each
-/// element first.
+/// those that the document had before: a parent emptied by the clean-up itself stays, and so does the document element,
+/// since a file without one does not open. `removing` is told of each element first.
 void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing = {});
