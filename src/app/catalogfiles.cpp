@@ -26,8 +26,9 @@ CatalogFiles::CatalogFiles(CatalogDocument &document, RecentCatalogs &recent, Us
 {
 }
 
-void CatalogFiles::OpenCatalog(const QString &path)
+void CatalogFiles::OpenCatalog(const QString &givenPath)
 {
+    const QString path = FullPath(givenPath);
     m_views.ShowHideInfoFrame(false);
     if (!QFileInfo::exists(path))
         FinishInterruptedConversion(path);
@@ -36,6 +37,9 @@ void CatalogFiles::OpenCatalog(const QString &path)
         ReplaceByEmptyDocument();
         return;
     }
+    // An entry under another spelling would stand beside that of the full path, or stay when the file does not open.
+    if (givenPath != path)
+        m_recent.Remove(givenPath);
 
     switch (Load(path)) {
     case CatalogDocument::LoadResult::Loaded:
@@ -89,12 +93,12 @@ void CatalogFiles::mnuFileNewCatalog_Click()
     Guarded(kModule, "mnuFileNewCatalog_Click", [this] {
         if (!OfferToSave())
             return;
-        const QString path = m_prompts.SaveFile(
+        const QString path = FullPath(m_prompts.SaveFile(
             {.title = u"New Catalog"_s,
              .filter = kFilter,
              .folder = ProgramFolder(),
              .extension = u"xml"_s,
-             .proposed = {}});
+             .proposed = {}}));
         if (path.isEmpty())
             return;
         CatalogDocument::WriteNewCatalog(path);

@@ -41,9 +41,9 @@ public:
 
     void SetConverter(Converter converter) { m_convert = std::move(converter); }
 
-    /// Opens a catalog file. One that does not open is told to the user and leaves the recent list, and the catalog
-    /// that was open before is opened again from its file.
-    void OpenCatalog(const QString &path);
+    /// Opens a catalog file, which is remembered by its full path. One that does not open is told to the user and
+    /// leaves the recent list, and the catalog that was open before is opened again from its file.
+    void OpenCatalog(const QString &givenPath);
 
     /// The commands of the File menu.
     void mnuFileNewCatalog_Click();

@@ -9,11 +9,11 @@ namespace {
 
 bool IsAbsolute(const QString &path)
 {
-#ifndef Q_OS_WIN
-    if (path.startsWith(u'/'))
-        return true;
-#endif
+#ifdef Q_OS_WIN
     return path.contains(u':');
+#else
+    return path.startsWith(u'/');
+#endif
 }
 
 } // namespace
@@ -24,8 +24,8 @@ QString CatalogFromCommandLine(const QStringList &arguments)
     path.remove(u'"');
     if (path.isEmpty() || IsAbsolute(path))
         return path;
-    QString inProgramFolder = InFolder(ProgramFolder(), path);
-    if (!QFileInfo::exists(inProgramFolder) && QFileInfo::exists(path))
-        return QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
-    return inProgramFolder;
+    const QString inProgramFolder = FullPath(InFolder(ProgramFolder(), path));
+    const QString inWorkingFolder = FullPath(InFolder(QDir::currentPath(), path));
+    return QFileInfo::exists(inWorkingFolder) && !QFileInfo::exists(inProgramFolder) ? inWorkingFolder
+                                                                                     : inProgramFolder;
 }

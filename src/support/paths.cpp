@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -104,6 +105,11 @@ QString InFolder(const QString &folder, const QString &name)
 {
     const QString native = QDir::toNativeSeparators(folder);
     return native.endsWith(QDir::separator()) ? native + name : native + QDir::separator() + name;
+}
+
+QString FullPath(const QString &path)
+{
+    return QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
 }
 
 QString FileTitle(const QString &path, bool keepExtension)

@@ -28,6 +28,9 @@ void SetProgramFolder(const QString &folder);
 /// Joins a folder and a file name with the system's separator.
 QString InFolder(const QString &folder, const QString &name);
 
+/// The path as it is opened and remembered: absolute, without "." and "..", with the system's separators. Links stay.
+QString FullPath(const QString &path);
+
 /// The part of a path after its last "\" or "/"; without extension, cut before its last ".".
 QString FileTitle(const QString &path, bool keepExtension = false);
 
