@@ -40,11 +40,8 @@ void RecentCatalogs::Remove(const QString &path)
 
 void RecentCatalogs::SaveMRU()
 {
-    const bool allowed = m_settings.AllowSaveFile();
-    m_settings.SetAllowSaveFile(false);
+    const OneSave save(m_settings);
     m_settings.DeleteSection(kSection);
     for (qsizetype i = 0; i < m_paths.size(); ++i)
         m_settings.WriteValue(kSection, QString::number(i), m_paths[i]);
-    m_settings.SetAllowSaveFile(allowed);
-    m_settings.SaveFile();
 }

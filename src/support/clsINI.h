@@ -88,3 +88,21 @@ private:
     Seen m_seen = Seen::All;
     std::vector<Section> m_sections;
 };
+
+/// Writes what changes during its life with one save, at its end.
+class OneSave
+{
+public:
+    explicit OneSave(clsINI &file) : m_file(file), m_allowed(file.AllowSaveFile()) { m_file.SetAllowSaveFile(false); }
+    ~OneSave()
+    {
+        m_file.SetAllowSaveFile(m_allowed);
+        m_file.SaveFile();
+    }
+    OneSave(const OneSave &) = delete;
+    OneSave &operator=(const OneSave &) = delete;
+
+private:
+    clsINI &m_file;
+    bool m_allowed;
+};

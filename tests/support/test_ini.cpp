@@ -297,14 +297,13 @@ void TestIni::indexOutOfRange()
 void TestIni::savingSwitchedOff()
 {
     Load("[A]\r\na=1\r\nb=2\r\n");
-    m_ini->SetAllowSaveFile(false);
-    m_ini->WriteValue(u"A"_s, u"a"_s, u"3"_s);
-    m_ini->DeleteKey(u"A"_s, u"b"_s);
-    QCOMPARE(m_ini->ReadString(u"A"_s, u"a"_s), u"3"_s);
-    QCOMPARE(m_ini->ReadString(u"A"_s, u"b"_s, u"gone"_s), u"gone"_s);
-    QCOMPARE(FileBytes(), "[A]\r\na=1\r\nb=2\r\n");
-    m_ini->SetAllowSaveFile(true);
-    m_ini->SaveFile();
+    {
+        const OneSave save(*m_ini);
+        m_ini->WriteValue(u"A"_s, u"a"_s, u"3"_s);
+        m_ini->DeleteKey(u"A"_s, u"b"_s);
+        QCOMPARE(m_ini->ReadString(u"A"_s, u"a"_s), u"3"_s);
+        QCOMPARE(FileBytes(), "[A]\r\na=1\r\nb=2\r\n");
+    }
     QCOMPARE(FileBytes(), "[A]\r\na=3\r\n");
 }
 

@@ -127,6 +127,7 @@ void SaveFormPosition(QWidget &window, const QString &section, clsINI &settings)
         if (window.isMinimized()) {
             return;
         }
+        const OneSave save(settings);
         const bool maximised = window.isMaximized() || window.isFullScreen();
         if (!maximised) {
             SaveNormalPosition(window, section, settings);
