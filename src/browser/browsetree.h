@@ -49,6 +49,9 @@ public:
     /// Brings a listing's label, place and group in line with its element after an edit.
     void UpdateListName(Listing &listing);
 
+    /// Whether the filter lets a listing without a format through, as a new one is.
+    bool ShowsNewListings() const { return IsShownByFilter(FormatKind::Unknown); }
+
     qsizetype ShownCount() const { return m_model.NumberOfListings(); }
 
 private:

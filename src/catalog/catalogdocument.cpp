@@ -117,11 +117,8 @@ pugi::xml_node CatalogDocument::AppendCopy(pugi::xml_node listing)
     return copy;
 }
 
-void CatalogDocument::RemoveListing(const QString &id)
+void CatalogDocument::RemoveListing(pugi::xml_node listing)
 {
-    const pugi::xml_node listing = Listing(id);
-    if (!listing)
-        throw ProgramError(Failure::Missing, u"There is no listing with the ID \"%1\""_s.arg(id));
     emit listingAboutToBeRemoved(listing);
     m_index.Remove(listing);
     Catalog().remove_child(listing);

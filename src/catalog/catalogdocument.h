@@ -59,8 +59,8 @@ public:
     /// Appends a deep copy of a listing with a new ID and without wrong date, format, date added and seeder.
     pugi::xml_node AppendCopy(pugi::xml_node listing);
 
-    /// Removes the first listing with that ID. Throws ProgramError when there is none.
-    void RemoveListing(const QString &id);
+    /// Removes a listing of this catalog.
+    void RemoveListing(pugi::xml_node listing);
 
     /// The texts of the Type and WebSource elements, in document order.
     QStringList Types() const;

@@ -34,9 +34,10 @@ void DetailPanel::UpdateListName()
     if (!listing)
         return;
     m_document.SetChanged(true);
-    const BrowseTree::Group *group = listing->group;
+    const auto place = [&] { return std::pair(listing->group, m_trv.currentIndex().row()); };
+    const auto before = place();
     m_tree.UpdateListName(*listing);
-    if (listing->group != group)
+    if (place() != before)
         m_trv.scrollTo(m_trv.currentIndex());
 }
 
@@ -102,7 +103,7 @@ void DetailPanel::ClearDate()
 {
     lblDateAdded->clear();
     SetItemAttribute("DateAdded", {});
-    cmdClearDate->setEnabled(false);
+    EnableClearDate();
     m_document.SetChanged(true);
 }
 
@@ -119,7 +120,7 @@ void DetailPanel::icbFormat_Click()
         } else if (lblDateAdded->text().isEmpty()) {
             lblDateAdded->setText(m_today().toString(Qt::ISODate));
             SetItemAttribute("DateAdded", lblDateAdded->text());
-            cmdClearDate->setEnabled(true);
+            EnableClearDate();
         }
         SetItemAttribute("Format", icbFormat->currentData().toString());
         m_document.SetChanged(true);

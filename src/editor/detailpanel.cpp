@@ -91,7 +91,10 @@ void DetailPanel::ConnectTree(const QTreeView &trv)
     // A reset takes the current node away without a word.
     connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, [this] { trv_NodeClick(m_trv.currentIndex()); });
     connect(&m_types, &ShownTypes::changed, this, &DetailPanel::FillTypeList);
-    const auto forget = [this] { m_item = {}; };
+    const auto forget = [this] {
+        m_item = {};
+        m_leftField.clear();
+    };
     connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, forget);
     // When the window goes, the catalog does so first, and the picker loses its list after that.
     connect(&m_tree.Model(), &QObject::destroyed, this, forget);
@@ -113,18 +116,38 @@ void DetailPanel::FillTypeList()
 void DetailPanel::ShowHideInfoFrame(bool show)
 {
     Guarded("frmMain", "ShowHideInfoFrame", [&] {
+        QWidget *focused = window()->focusWidget();
         for (QWidget *control : findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
             const bool belongs = m_hasConcert || (control != lblShow && control != txtShow);
+            if (control == focused && !(show && belongs)) {
+                m_leftField = focused;
+                HandFocusToTree();
+            }
             control->setVisible(show && belongs);
         }
+        if (m_leftField && !m_leftField->isHidden())
+            TakeFocusBack();
     });
+}
+
+void DetailPanel::HandFocusToTree()
+{
+    m_trv.setFocus(Qt::OtherFocusReason);
+}
+
+/// Nothing is selected: who comes back goes on where he was.
+void DetailPanel::TakeFocusBack()
+{
+    if (window()->focusWidget() == &m_trv)
+        m_leftField->setFocus(Qt::ActiveWindowFocusReason);
+    m_leftField.clear();
 }
 
 void DetailPanel::trv_NodeClick(const QModelIndex &node)
 {
     Guarded(kModule, "trv_NodeClick", [&] {
         const BrowseTree::Listing *listing = m_tree.Model().ListingAt(node);
-        const pugi::xml_node item = listing ? m_document.Listing(listing->id) : pugi::xml_node();
+        const pugi::xml_node item = listing ? listing->element : pugi::xml_node();
         if (item) {
             const QScopedValueRollback filling(m_filling, true);
             const QScopedValueRollback refilling(m_refilling, item == m_item && !cboType->isHidden());
@@ -201,7 +224,16 @@ void DetailPanel::ShowDatePart(QComboBox &box, const char *attribute) const
 void DetailPanel::ShowDateAdded()
 {
     lblDateAdded->setText(DateText(ReadAttribute(m_item, "DateAdded")));
-    cmdClearDate->setEnabled(!lblDateAdded->text().isEmpty());
+    EnableClearDate();
+}
+
+/// A button that is disabled would hand the focus on to the next field, which takes the next press of Space for text.
+void DetailPanel::EnableClearDate()
+{
+    const bool dated = !lblDateAdded->text().isEmpty();
+    if (!dated && cmdClearDate == window()->focusWidget())
+        HandFocusToTree();
+    cmdClearDate->setEnabled(dated);
 }
 
 void DetailPanel::ShowNotes(NoteBox &box, const QString &text) const

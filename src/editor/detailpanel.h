@@ -6,6 +6,7 @@
 
 #include <QDate>
 #include <QGroupBox>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -39,7 +40,9 @@ public:
     /// another node becomes current; to be run by hand after the document was changed from outside.
     void trv_NodeClick(const QModelIndex &node);
 
-    /// Shows or hides every control in the frame; the frame itself stays.
+    /// Shows or hides every control in the frame; the frame itself stays. A field that goes while it has the focus
+    /// hands it to the tree, where typing changes no listing, and has it back when it returns and the focus is still
+    /// there.
     void ShowHideInfoFrame(bool show);
 
     /// The listing shown last; null when it is gone.
@@ -64,6 +67,8 @@ private:
     void ConnectFields();
     void ConnectTree(const QTreeView &trv);
     void FillTypeList();
+    void HandFocusToTree();
+    void TakeFocusBack();
 
     void Fill(pugi::xml_node item);
     void SelectType(const QString &type);
@@ -71,6 +76,7 @@ private:
     void ShowText(QLineEdit &box, const char *attribute) const;
     void ShowDatePart(QComboBox &box, const char *attribute) const;
     void ShowDateAdded();
+    void EnableClearDate();
     void ShowNotes(NoteBox &box, const QString &text) const;
 
     void SetItemAttribute(const char *name, const QString &value);
@@ -107,6 +113,7 @@ private:
     Today m_today;
 
     pugi::xml_node m_item;
+    QPointer<QWidget> m_leftField; ///< the field that had the focus when it was hidden
     bool m_filling = false;
     bool m_refilling = false; ///< the listing that is being filled in is the one that is shown
     bool m_hasConcert = true; ///< the type has a concert name

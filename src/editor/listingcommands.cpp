@@ -39,6 +39,12 @@ void ListingCommands::mnuFileNewSource_Click()
                 Icon::Information);
             return;
         }
+        if (!m_tree.ShowsNewListings()) {
+            m_prompts.Message(
+                u"The current filter would not show a new recording so none can be added."_s, u"Can't Add"_s,
+                Icon::Information);
+            return;
+        }
         if (HasNextID())
             ShowNew(m_document.AppendListing(types.front()));
     });
@@ -99,16 +105,14 @@ void ListingCommands::DeleteShow(const QString &key)
 {
     Guarded("frmMain", "DeleteShow", [&] {
         BrowseTreeModel &model = m_tree.Model();
-        const QString id = key.sliced(1);
-        const BrowseTree::Listing *node = model.FindListing(id);
-        const BrowseTree::Group *group = node ? node->group : nullptr;
-        m_document.RemoveListing(id);
+        const BrowseTree::Listing *node = model.FindListing(key.sliced(1));
+        if (!node)
+            throw ProgramError(Failure::Missing, u"There is no node \"%1\""_s.arg(key));
+        const BrowseTree::Group *group = node->group;
+        m_document.RemoveListing(node->element);
         m_document.SetChanged(true);
-        // Of two listings with one ID the tree may show the other one; its node goes all the same.
-        if (BrowseTree::Listing *left = model.FindListing(id))
-            model.RemoveListing(*left);
         // The view goes on to a neighbour; the last listing of a group has none, and the emptied group stays.
-        if (group && !m_trv.currentIndex().isValid())
+        if (!m_trv.currentIndex().isValid())
             m_trv.setCurrentIndex(model.IndexOf(*group));
         emit shownCountChanged();
     });

@@ -1,8 +1,10 @@
 #include "notebox.h"
 
+#include "keycodes.h"
 #include "xmlcheck.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -61,6 +63,9 @@ void NoteBox::RefreshText(const QString &text)
 void NoteBox::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool hadSelection = textCursor().hasSelection();
+    if (hadSelection)
+        EndStep();
     if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::ControlModifier) {
         insertPlainText(u"\t"_s);
     } else if (isEnter && event->modifiers().testFlag(Qt::ShiftModifier)) {
@@ -70,12 +75,48 @@ void NoteBox::keyPressEvent(QKeyEvent *event)
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }
+    // What was typed over a selection goes on as a run; a cut and a deletion have ended.
+    if (hadSelection && !TypesText(*event))
+        EndStep();
 }
 
+/// What is composed from several keys belongs to the run of typing; the box by itself would make it a step.
+void NoteBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    const bool isWhole = event->preeditString().isEmpty() && event->replacementLength() == 0;
+    if (!isWhole || event->commitString().isEmpty()) {
+        QPlainTextEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent endOfComposing;
+    QPlainTextEdit::inputMethodEvent(&endOfComposing);
+    insertPlainText(QString(event->commitString()).removeIf(IsForbiddenInXml));
+    ensureCursorVisible();
+}
+
+void NoteBox::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    EndStep();
+    connect(menu, &QMenu::triggered, this, &NoteBox::EndStep);
+    menu->popup(event->globalPos());
+}
+
+/// Nothing to insert, a picture on the clipboard, say, leaves the selected text alone.
 void NoteBox::insertFromMimeData(const QMimeData *source)
 {
-    QString text = source->text();
-    text.removeIf(IsForbiddenInXml);
+    const QString text = source->text().removeIf(IsForbiddenInXml);
+    if (text.isEmpty())
+        return;
+    EndStep();
     insertPlainText(text);
+    EndStep();
     ensureCursorVisible();
+}
+
+/// Edits are joined to those before them only while the document counts as modified; nothing else hangs on that here.
+void NoteBox::EndStep()
+{
+    document()->setModified(false);
 }

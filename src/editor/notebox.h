@@ -3,7 +3,8 @@
 #include <QPlainTextEdit>
 
 /// A multi-line text box whose text is what the catalog holds: line breaks are CR LF, no-break spaces and tabs stay
-/// what they are. Tab moves on to the next control, Ctrl+Tab types a tab.
+/// what they are. Tab moves on to the next control, Ctrl+Tab types a tab. A run of typing, a paste, a cut and a
+/// deletion are each one step to undo.
 class NoteBox : public QPlainTextEdit
 {
     Q_OBJECT
@@ -21,5 +22,10 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
+
+private:
+    void EndStep();
 };

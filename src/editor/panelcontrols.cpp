@@ -1,7 +1,9 @@
 #include "panelcontrols.h"
 
+#include "capitalsbox.h"
 #include "datecombos.h"
 #include "fieldhelpers.h"
+#include "lengthbox.h"
 #include "notebox.h"
 #include "twips.h"
 
@@ -10,7 +12,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include <algorithm>
@@ -51,13 +52,13 @@ PanelControls::PanelControls(QGroupBox &fra)
       cboYear(Make<QComboBox>(fra, "cboYear")),
       cboMonth(Make<QComboBox>(fra, "cboMonth")),
       cboDay(Make<QComboBox>(fra, "cboDay")),
-      txtVenue(Make<QLineEdit>(fra, "txtVenue")),
-      txtShow(Make<QLineEdit>(fra, "txtShow")),
-      txtLength(Make<QLineEdit>(fra, "txtLength")),
-      txtSource(Make<QLineEdit>(fra, "txtSource")),
-      txtGrade(Make<QLineEdit>(fra, "txtGrade")),
-      txtSeeder(Make<QLineEdit>(fra, "txtSeeder")),
-      txtStoredIn(Make<QLineEdit>(fra, "txtStoredIn")),
+      txtVenue(Make<TextBox>(fra, "txtVenue")),
+      txtShow(Make<TextBox>(fra, "txtShow")),
+      txtLength(Make<LengthBox>(fra, "txtLength")),
+      txtSource(Make<TextBox>(fra, "txtSource")),
+      txtGrade(Make<CapitalsBox>(fra, "txtGrade")),
+      txtSeeder(Make<TextBox>(fra, "txtSeeder")),
+      txtStoredIn(Make<TextBox>(fra, "txtStoredIn")),
       icbFormat(Make<QComboBox>(fra, "icbFormat")),
       chkWrongDate(Make<QCheckBox>(fra, "chkWrongDate")),
       lblDateAdded(Make<QLabel>(fra, "lblDateAdded")),
@@ -83,7 +84,6 @@ PanelControls::PanelControls(QGroupBox &fra)
       lblComments(MakeLabel(fra, "lblComments", u"Recording &Comments:"_s, txtComment))
 {
     PrepareCombos();
-    PrepareTextBoxes();
     PrepareDateAdded();
     LayOut(fra);
 }
@@ -102,16 +102,6 @@ void PanelControls::PrepareCombos()
         box->setMinimumContentsLength(kShortestName);
     }
     StepByKeys(*icbFormat, "frm");
-}
-
-void PanelControls::PrepareTextBoxes()
-{
-    for (QLineEdit *box : {txtVenue, txtShow, txtLength, txtSource, txtGrade, txtSeeder, txtStoredIn})
-        SelectAllOnEntry(*box);
-    for (QLineEdit *box : {txtVenue, txtShow, txtLength, txtSource, txtSeeder, txtStoredIn})
-        KeepOneLine(*box);
-    KeepCapitals(*txtGrade);
-    FilterLengthKeys(*txtLength);
 }
 
 void PanelControls::PrepareDateAdded()

@@ -54,7 +54,6 @@ struct PanelControls
 
 private:
     void PrepareCombos();
-    void PrepareTextBoxes();
     void PrepareDateAdded();
     void LayOut(QGroupBox &fra);
     void LayOutFields(QGridLayout &grid);

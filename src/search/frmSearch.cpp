@@ -77,8 +77,6 @@ void frmSearch::ConnectControls()
 void frmSearch::Form_Load(const QStringList &types, FormatRegistry &formats)
 {
     FillDateBoxes(*cboYear, *cboMonth, *cboDay);
-    KeepCapitals(*txtGrade);
-    FilterLengthKeys(*txtLength);
     StepByKeys(*icbFormat, kModule);
     cboType->addItem(QString());
     cboType->addItems(types);

@@ -1,12 +1,13 @@
+#include "capitalsbox.h"
 #include "datecombos.h"
 #include "fieldhelpers.h"
 #include "frmSearch.h"
+#include "lengthbox.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -42,13 +43,6 @@ Field *AddField(QGridLayout &fields, const QString &caption, QLatin1StringView n
     return field;
 }
 
-QLineEdit *AddTextBox(QGridLayout &fields, const QString &caption, QLatin1StringView name)
-{
-    auto *box = AddField<QLineEdit>(fields, caption, name);
-    SelectAllOnEntry(*box);
-    return box;
-}
-
 } // namespace
 
 void frmSearch::CreateControls()
@@ -68,17 +62,17 @@ void frmSearch::CreateFields(QGridLayout &fields)
 {
     cboType = AddField<QComboBox>(fields, u"&Type:"_s, "cboType"_L1);
     CreateDateRow(fields);
-    txtShow = AddTextBox(fields, u"&Concert:"_s, "txtShow"_L1);
-    txtVenue = AddTextBox(fields, u"Ven&ue:"_s, "txtVenue"_L1);
-    txtLength = AddTextBox(fields, u"&Length:"_s, "txtLength"_L1);
-    txtSource = AddTextBox(fields, u"Sou&rce:"_s, "txtSource"_L1);
-    txtGrade = AddTextBox(fields, u"&Grade:"_s, "txtGrade"_L1);
+    txtShow = AddField<TextBox>(fields, u"&Concert:"_s, "txtShow"_L1);
+    txtVenue = AddField<TextBox>(fields, u"Ven&ue:"_s, "txtVenue"_L1);
+    txtLength = AddField<LengthBox>(fields, u"&Length:"_s, "txtLength"_L1);
+    txtSource = AddField<TextBox>(fields, u"Sou&rce:"_s, "txtSource"_L1);
+    txtGrade = AddField<CapitalsBox>(fields, u"&Grade:"_s, "txtGrade"_L1);
     icbFormat = AddField<QComboBox>(fields, u"For&mat:"_s, "icbFormat"_L1);
-    txtSeeder = AddTextBox(fields, u"&Seeder:"_s, "txtSeeder"_L1);
-    txtStoredIn = AddTextBox(fields, u"Stored &in:"_s, "txtStoredIn"_L1);
-    txtSetList = AddTextBox(fields, u"&Track list"_s, "txtSetList"_L1);
-    txtSetNotes = AddTextBox(fields, u"&Notes:"_s, "txtSetNotes"_L1);
-    txtComment = AddTextBox(fields, u"&Comments:"_s, "txtComment"_L1);
+    txtSeeder = AddField<TextBox>(fields, u"&Seeder:"_s, "txtSeeder"_L1);
+    txtStoredIn = AddField<TextBox>(fields, u"Stored &in:"_s, "txtStoredIn"_L1);
+    txtSetList = AddField<TextBox>(fields, u"&Track list"_s, "txtSetList"_L1);
+    txtSetNotes = AddField<TextBox>(fields, u"&Notes:"_s, "txtSetNotes"_L1);
+    txtComment = AddField<TextBox>(fields, u"&Comments:"_s, "txtComment"_L1);
     txtVenue->setMinimumWidth(kTextBoxWidth);
 
     IgnoreWheelWithoutFocus(*cboType);

@@ -201,7 +201,7 @@ private slots:
         Fixture f(kShows);
         f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
         f.tree.LoadShows();
-        f.document.RemoveListing(u"1"_s);
+        f.document.RemoveListing(f.document.Listing(u"1"_s));
         QVERIFY(!f.tree.Model().FindListing(u"1"_s));
         QVERIFY(f.tree.Model().FindGroup(u"y1995"_s));
         QCOMPARE(f.tree.ShownCount(), 8);

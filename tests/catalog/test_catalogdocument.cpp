@@ -86,7 +86,7 @@ private slots:
             told += changed ? u"changed"_s : u"unchanged"_s;
         });
         open.LoadFrom("<Catalog><Item ID='1' m='b'/><Item ID='2' m='c'/></Catalog>");
-        open.document.RemoveListing(u"2"_s);
+        open.document.RemoveListing(open.document.Listing(u"2"_s));
         open.document.SetChanged(true);
         open.document.SetChanged(true);
         open.document.Clear();
@@ -109,16 +109,16 @@ private slots:
             return marks;
         };
         QCOMPARE(found(), u"afbc-"_s);
-        open.document.RemoveListing(u"7"_s);
-        open.document.RemoveListing(u""_s);
+        open.document.RemoveListing(open.document.Listing(u"7"_s));
+        open.document.RemoveListing(open.document.Listing(u""_s));
         QCOMPARE(found(), u"dfec-"_s);
-        open.document.RemoveListing(u"7"_s);
-        open.document.RemoveListing(u"it's"_s);
+        open.document.RemoveListing(open.document.Listing(u"7"_s));
+        open.document.RemoveListing(open.document.Listing(u"it's"_s));
         QCOMPARE(found(), u"gfe--"_s);
-        open.document.RemoveListing(u"7"_s);
-        open.document.RemoveListing(u""_s);
+        open.document.RemoveListing(open.document.Listing(u"7"_s));
+        open.document.RemoveListing(open.document.Listing(u""_s));
         QCOMPARE(found(), u"-f---"_s);
-        QVERIFY_THROWS_EXCEPTION(ProgramError, open.document.RemoveListing(u"7"_s));
+        QVERIFY(!open.document.Listing(u"7"_s));
         QCOMPARE(
             open.Saved(),
             "<Catalog>\n\t<Item ID=\"07\" m=\"f\" />\n\t<More><Item ID=\"9\" m=\"h\" /></More>\n</Catalog>\n"_ba);
@@ -178,7 +178,7 @@ private slots:
         Opened open(xml + "</Catalog>");
         QList<int> next;
         for (const QString &id : ids) {
-            open.document.RemoveListing(id);
+            open.document.RemoveListing(open.document.Listing(id));
             next += open.document.GetNextID();
         }
         QTEST(next, "next");

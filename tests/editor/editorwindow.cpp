@@ -87,6 +87,12 @@ void Type(QWidget &widget, const QString &keys)
         case u'\r':
             QTest::keyClick(&widget, Qt::Key_Return);
             break;
+        case u'~': {
+            QInputMethodEvent composed;
+            composed.setCommitString(QString(keys[++i]));
+            QCoreApplication::sendEvent(&widget, &composed);
+            break;
+        }
         case u'^':
             QTest::keyClick(&widget, keys[++i].toLatin1(), Qt::ControlModifier);
             break;

@@ -65,5 +65,5 @@ struct EditorWindow
 };
 
 /// Presses keys on a widget that gets the focus first. "\b" is Backspace, "\t" is typed with Ctrl, "\r" is Enter, "^z"
-/// is Ctrl+Z.
+/// is Ctrl+Z, "~é" composes an é.
 void Type(QWidget &widget, const QString &keys);

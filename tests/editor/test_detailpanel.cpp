@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QWheelEvent>
 
@@ -173,7 +174,7 @@ private slots:
         QTest::newRow("outer breaks") << u"\n\na"_s << u"\r\r"_s << u"a"_s;
         QTest::newRow("forbidden characters") << u"a\x0b\x0c\x01"_s << u"b"_s << u"ab"_s;
         QTest::newRow("beyond 16 bits") << u"𝄞"_s << u""_s << u"𝄞"_s;
-        QTest::newRow("undo") << u"a"_s << u"b\rc^z^z^z"_s << u""_s;
+        QTest::newRow("undo") << u"a"_s << u"b\rc^z^z^z"_s << u"a"_s;
     }
 
     void notes()
@@ -202,18 +203,122 @@ private slots:
         }
     }
 
-    void otherWaysIn()
+    void shiftedEnterIsALineBreak()
     {
+        NoteBox box(nullptr);
+        QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(box.Text(), u"\r\n"_s);
+    }
+
+    void noteSteps_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("states"); // the text, and what it is after each Ctrl+Z
+        QTest::newRow("typing") << u"ab~éc"_s << u"abéc||"_s;
+        QTest::newRow("pastes") << u"a^v^vb"_s << u"aPPb|aPP|aP|a||"_s;
+        QTest::newRow("cut, typing") << u"abc^a^xd"_s << u"d||abc||"_s;
+        QTest::newRow("deletions of both kinds") << u"abc^v\b^a\bd"_s << u"d||abc|abcP|abc||"_s;
+        QTest::newRow("typed over a selection") << u"abc^axy"_s << u"xy|abc||"_s;
+    }
+
+    void noteSteps()
+    {
+        QFETCH(QString, keys);
         EditorWindow w("<Item ID='1' Type='Album'/>");
         w.Select(u"1"_s);
         auto &box = w.Find<NoteBox>("txtComment");
-        Type(box, u"a"_s);
-        QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
-        Type(box, u"b"_s);
-        QCOMPARE(box.Text(), u"a\r\nb"_s);
-        QGuiApplication::clipboard()->setText(u"a\nb\x01"_s);
-        w.Find<QLineEdit>("txtVenue").paste();
-        QVERIFY(w.Item(u"1"_s).contains(uR"(Venue="a b")"_s));
+        QGuiApplication::clipboard()->setText(u"P"_s);
+        Type(box, keys);
+        QStringList states{box.Text()};
+        for (; box.document()->isUndoAvailable(); states += box.Text())
+            Type(box, u"^z"_s);
+        QTEST(states.join(u'|') + u'|', "states");
+    }
+
+    void pictureLeavesTheSelection()
+    {
+        NoteBox box(nullptr);
+        box.SetText(u"abc"_s);
+        box.selectAll();
+        auto *picture = new QMimeData;
+        picture->setImageData(QImage(2, 2, QImage::Format_RGB32));
+        QGuiApplication::clipboard()->setMimeData(picture);
+        box.paste();
+        QCOMPARE(box.Text(), u"abc"_s);
+    }
+
+    void focusOfAHiddenField_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("path"); // the listings and groups gone through
+        QTest::addColumn<QString>("focus");
+        QTest::newRow("album") << u"txtShow"_s << u"s3"_s << u"trv"_s;
+        QTest::newRow("album and back") << u"txtShow"_s << u"s3 s1"_s << u"txtShow"_s;
+        QTest::newRow("group") << u"txtVenue"_s << u"y1994"_s << u"trv"_s;
+        QTest::newRow("across a group") << u"txtComment"_s << u"y1994 s3"_s << u"txtComment"_s;
+        QTest::newRow("field of another kind") << u"txtShow"_s << u"y1994 s3"_s << u"trv"_s;
+        QTest::newRow("date cleared") << u"cmdClearDate"_s << u"s3"_s << u"trv"_s;
+    }
+
+    void focusOfAHiddenField()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, path);
+        EditorWindow w(kShows);
+        w.trv.setObjectName("trv"_L1);
+        w.Select(u"1"_s);
+        w.Field(field).setFocus();
+        for (const QString &key : path.split(u' '))
+            w.SelectKey(key);
+        QWidget *focused = w.window.focusWidget();
+        QTEST(focused->objectName(), "focus");
+        if (const auto *box = qobject_cast<QLineEdit *>(focused))
+            QVERIFY(!box->hasSelectedText());
+        if (focused == &w.trv)
+            QTest::keyClicks(focused, u"z "_s);
+        QVERIFY(!w.document.IsChanged());
+    }
+
+    void secondPressOfClearWritesNowhere()
+    {
+        EditorWindow w(kShows);
+        w.Select(u"1"_s);
+        w.Field(u"cmdClearDate"_s).setFocus();
+        QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
+        const QString cleared = w.Item(u"1"_s);
+        QVERIFY(cleared.contains(uR"(DateAdded="")"_s));
+        QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
+        QCOMPARE(w.Item(u"1"_s), cleared);
+    }
+
+    /// Of two listings with one ID, the first of a hidden type.
+    void nodeIsItsOwnListing()
+    {
+        EditorWindow w("<Item ID='1' Type='Album' Venue='hidden'/><Item ID='1' Type='Video' Venue='shown'/>");
+        w.types.Toggle(ShownTypes::Album);
+        w.tree.LoadShows();
+        w.Select(u"1"_s);
+        Type(w.Field(u"txtSource"_s), u"x"_s);
+        QCOMPARE(w.Item(u"1"_s), uR"(<Item ID="1" Type="Album" Venue="hidden"/>)"_s);
+        QVERIFY(QString::fromUtf8(w.fra.CurrentItem().attribute("Source").value()) == u"x"_s);
+        w.prompts.ExpectMessage(u"Delete Confirmation"_s, UserPrompts::Answer::Yes);
+        w.commands.mnuEditDeleteListing_Click();
+        QCOMPARE(w.document.NumberOfListings(), 1);
+        QCOMPARE(w.Item(u"1"_s), uR"(<Item ID="1" Type="Album" Venue="hidden"/>)"_s);
+        QVERIFY(!w.tree.Model().FindListing(u"1"_s));
+    }
+
+    void editedRowStaysInSight()
+    {
+        QByteArray listings;
+        for (int id = 1; id <= 200; ++id)
+            listings += "<Item ID='" + QByteArray::number(id) + "' Type='Video' Venue='m'/>";
+        EditorWindow w(listings);
+        w.Select(u"1"_s);
+        w.trv.scrollTo(w.trv.currentIndex());
+        Type(w.Field(u"txtVenue"_s), u"z"_s);
+        QCOMPARE(w.trv.currentIndex().row(), 199);
+        QVERIFY(w.trv.viewport()->rect().contains(w.trv.visualRect(w.trv.currentIndex())));
     }
 
     /// What was undone in one listing's box must not be that of another listing.
@@ -433,17 +538,6 @@ private slots:
         QCOMPARE(captions.value(&w.Field(u"txtComment"_s)), u"Recording &Comments:"_s);
         QCOMPARE(w.Field(u"cmdClearDate"_s).toolTip(), u"Clear date added."_s);
         QVERIFY(!w.Field(u"cmdClearDate"_s).accessibleName().isEmpty());
-    }
-
-    void entrySelectsAll()
-    {
-        EditorWindow w(kShows);
-        w.Select(u"1"_s);
-        auto &venue = w.Find<QLineEdit>("txtVenue");
-        QTest::mouseClick(&venue, Qt::LeftButton, {}, {10, 5});
-        QCOMPARE(venue.selectedText(), u"Hall"_s);
-        QTest::keyClick(&venue, Qt::Key_Backtab);
-        QCOMPARE(w.Find<QComboBox>("cboDay").lineEdit()->selectedText(), u"0"_s);
     }
 
     void layout()

@@ -150,29 +150,37 @@ private slots:
         QVERIFY(w.trv.viewport()->rect().intersects(w.trv.visualRect(w.trv.currentIndex())));
     }
 
-    void newSourceOfAHiddenKind()
+    void newSourceThatNobodyWouldSee_data()
     {
-        EditorWindow w(kShows);
-        w.Select(u"1"_s);
-        w.options.filter = ViewFilter::LosslessOnly;
-        w.commands.mnuFileNewSource_Click();
-        QCOMPARE(w.Item(u"7"_s), uR"(<Item ID="7" Type="Album"/>)"_s);
-        QCOMPARE(w.CurrentKey(), u"s1"_s);
-        QVERIFY(w.document.IsChanged());
+        QTest::addColumn<ViewFilter>("filter");
+        QTest::addColumn<QString>("refusal");
+        const auto refusal = u"The current filter would not show a new recording so none can be added."_s;
+        QTest::newRow("no types") << ViewFilter::All
+                                  << u"You are currently not viewing any recording types so none can be added."_s;
+        QTest::newRow("lossless") << ViewFilter::LosslessOnly << refusal;
+        QTest::newRow("lossy") << ViewFilter::LossyOnly << refusal;
+        QTest::newRow("need lossless") << ViewFilter::NeedLossless << QString();
+        QTest::newRow("do not have") << ViewFilter::DoNotHave << QString();
     }
 
-    void newSourceWithoutTypes()
+    void newSourceThatNobodyWouldSee()
     {
+        QFETCH(ViewFilter, filter);
+        QFETCH(QString, refusal);
         EditorWindow w("<Item ID='1' Type='Album'/>");
-        for (int type = 0; type < w.types.count(); ++type)
+        w.options.filter = filter;
+        for (int type = 0; filter == ViewFilter::All && type < w.types.count(); ++type)
             w.types.Toggle(type);
-        w.prompts.ExpectMessage(u"Can't Add"_s);
+        if (!refusal.isEmpty())
+            w.prompts.ExpectMessage(u"Can't Add"_s);
         w.commands.mnuFileNewSource_Click();
-        const ScriptedPrompts::Asked asked = w.prompts.LastAsked();
-        QCOMPARE(asked.text, u"You are currently not viewing any recording types so none can be added."_s);
-        QCOMPARE(asked.icon, UserPrompts::Icon::Information);
-        QVERIFY(!w.document.IsChanged());
-        QCOMPARE(w.document.NumberOfListings(), 1);
+        if (!refusal.isEmpty()) {
+            QCOMPARE(w.prompts.LastAsked().text, refusal);
+            QCOMPARE(w.prompts.LastAsked().icon, UserPrompts::Icon::Information);
+        }
+        QCOMPARE(w.document.IsChanged(), refusal.isEmpty());
+        QCOMPARE(w.document.NumberOfListings(), refusal.isEmpty() ? 2 : 1);
+        QCOMPARE(w.CurrentKey() == u"s2"_s, refusal.isEmpty());
     }
 
     void copying()

@@ -8,3 +8,4 @@ std::unique_ptr<QObject> CreateKeysTest();
 std::unique_ptr<QObject> CreatePositionsTest();
 std::unique_ptr<QObject> CreateErrorFormTest();
 std::unique_ptr<QObject> CreateDialogsTest();
+std::unique_ptr<QObject> CreateTextBoxTest();

@@ -2,13 +2,17 @@
 
 #include <QApplication>
 
-/// The application object. An exception that some handler let through is reported here instead of ending the program.
+/// The application object. An exception that some handler let through is reported here instead of ending the program,
+/// and keys that would reach a box or list by mistake end here.
 class Application : public QApplication
 {
     Q_OBJECT
 
 public:
-    using QApplication::QApplication;
+    Application(int &argc, char **argv);
 
     bool notify(QObject *receiver, QEvent *event) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };

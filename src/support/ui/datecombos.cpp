@@ -3,8 +3,10 @@
 #include "fieldhelpers.h"
 #include "keycodes.h"
 #include "modComboTypeAhead.h"
+#include "textbox.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 namespace {
@@ -12,6 +14,30 @@ namespace {
 constexpr int kFirstYear = 1940;
 constexpr int kMonths = 12;
 constexpr int kDays = 31;
+
+/// The text of a date box. What is pasted is kept as it stands, but for control characters and line ends; what an input
+/// method composes goes the way of typed keys.
+class DateEditor : public TextBox
+{
+public:
+    explicit DateEditor(QComboBox &box) : TextBox(&box) {}
+
+protected:
+    QString Pasted(const QString &text) const override
+    {
+        return QString(text).removeIf([](QChar c) {
+            return c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+        });
+    }
+
+    void inputMethodEvent(QInputMethodEvent *event) override
+    {
+        for (const QChar c : event->commitString()) {
+            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+            QCoreApplication::sendEvent(parentWidget(), &key);
+        }
+    }
+};
 
 /// Hands every key that makes a character to the type-ahead and nothing of it to the box.
 class TypeAheadFilter : public QObject
@@ -25,26 +51,19 @@ public:
             return false;
         const auto &key = *static_cast<QKeyEvent *>(event);
         const int character = CharacterCode(key);
-        return IsStrayAccessKey(key) || (character != 0 && ComboTypeAhead(m_box, character, true) == 0);
+        return character != 0 && ComboTypeAhead(m_box, character, true) == 0;
     }
 
 private:
-    /// An access key that belongs to nobody; the box would take it for a letter.
-    static bool IsStrayAccessKey(const QKeyEvent &key)
-    {
-        return key.modifiers().testFlag(Qt::AltModifier) && CharacterCode(key) == 0 && !key.text().isEmpty();
-    }
-
     QComboBox &m_box;
 };
 
 void MakeDateBox(QComboBox &box)
 {
-    box.setEditable(true);
+    box.setLineEdit(new DateEditor(box));
     box.setInsertPolicy(QComboBox::NoInsert);
     box.setCompleter(nullptr);
     IgnoreWheelWithoutFocus(box);
-    SelectAllOnEntry(box);
     new TypeAheadFilter(box);
 }
 

@@ -31,6 +31,12 @@ constexpr auto kSingleKeys = std::to_array<KeyPair>({
     {Qt::Key_Delete, VkDelete},
 });
 
+/// Alt together with Ctrl is AltGr, which does type.
+bool IsAltAlone(const QKeyEvent &event)
+{
+    return (ShiftState(event) & (ShiftBitCtrl | ShiftBitAlt)) == ShiftBitAlt;
+}
+
 } // namespace
 
 int VirtualKeyCode(const QKeyEvent &event)
@@ -80,7 +86,27 @@ int CharacterCode(const QKeyEvent &event)
     default:
         break;
     }
-    // Alt together with Ctrl is AltGr, which does type.
-    const bool altAlone = (ShiftState(event) & (ShiftBitCtrl | ShiftBitAlt)) == ShiftBitAlt;
-    return altAlone || event.text().isEmpty() ? 0 : event.text().front().unicode();
+    return IsAltAlone(event) || event.text().isEmpty() ? 0 : event.text().front().unicode();
+}
+
+bool TypesText(const QKeyEvent &event)
+{
+    const bool command = (ShiftState(event) & (ShiftBitCtrl | ShiftBitAlt)) == ShiftBitCtrl;
+    return !command && !event.text().isEmpty() && (event.text().front().isPrint() || event.text().size() > 1);
+}
+
+bool IsStrayAccessKey(const QKeyEvent &event)
+{
+#ifdef Q_OS_MACOS
+    // There Alt types, and the shortcuts of the system never come here.
+    Q_UNUSED(event)
+    return false;
+#else
+    return (IsAltAlone(event) || event.modifiers().testFlag(Qt::MetaModifier)) && TypesText(event);
+#endif
+}
+
+bool IsPasteOfX11(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Insert && ShiftState(event) == (ShiftBitShift | ShiftBitCtrl);
 }

@@ -39,3 +39,13 @@ int ShiftState(const QKeyEvent &event);
 /// The code of the character that the key types, 8, 13 and 27 for Backspace, Enter and Escape included. 0 for a key
 /// that types none: arrows, function keys, Delete, Tab and whatever is pressed with Alt alone.
 int CharacterCode(const QKeyEvent &event);
+
+/// Whether the key types something that can be seen; commands by Ctrl do not.
+bool TypesText(const QKeyEvent &event);
+
+/// Whether a letter is pressed with Alt, or with the key of the system's own shortcuts. As an access key it has found
+/// its control by now; one that belongs to nobody is still a letter to boxes and lists.
+bool IsStrayAccessKey(const QKeyEvent &event);
+
+/// Whether the key pastes under X11 only, from the selection instead of the clipboard: Shift+Ctrl+Insert.
+bool IsPasteOfX11(const QKeyEvent &event);
