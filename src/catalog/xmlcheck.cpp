@@ -1,11 +1,14 @@
 #include "xmlcheck.h"
 
+#include "documenttype.h"
 #include "xmlcursor.h"
 
+#include <QRegularExpression>
 #include <QUtf8StringView>
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
 using namespace std::string_view_literals;
 
 namespace {
@@ -55,8 +58,6 @@ private:
     bool ReadDeclaration();
     bool ReadText();
     bool ReadMarkup();
-    bool ReadComment();
-    bool ReadInstruction();
     bool ReadDocumentType();
     bool ReadStartTag();
     void OpenElement(std::string_view name);
@@ -84,16 +85,16 @@ bool MarkupReader::ReadDocument()
 
 bool MarkupReader::ReadDeclaration()
 {
+    static const QRegularExpression form(
+        uR"(^<\?xml\s+version\s*=\s*(["'])1\.[0-9]+\1(\s+encoding\s*=\s*(["'])[A-Za-z][A-Za-z0-9._-]*\3)?)"
+        uR"((\s+standalone\s*=\s*(["'])(yes|no)\5)?\s*\?>$)"_s);
     constexpr auto kStart = "<?xml"sv;
-    constexpr auto kBlanks = " \t\n"sv;
     const std::string_view rest = m_cursor.Rest();
-    if (!rest.starts_with(kStart) || rest.find_first_of(kBlanks) != kStart.size())
+    if (!rest.starts_with(kStart) || rest.find_first_of(" \t\n"sv) != kStart.size())
         return true;
-    const size_t first = rest.find_first_not_of(kBlanks, kStart.size());
-    if (first == rest.npos || !rest.substr(first).starts_with("version"sv))
-        return false;
-    m_cursor.Skip(kStart.size());
-    return m_cursor.TakeAttributes() && m_cursor.Take("?>"sv);
+    const bool ends = m_cursor.SkipBehind("?>"sv);
+    const std::string_view declaration = rest.substr(0, rest.size() - m_cursor.Rest().size());
+    return ends && form.match(QString::fromUtf8(declaration)).hasMatch();
 }
 
 bool MarkupReader::ReadText()
@@ -108,7 +109,7 @@ bool MarkupReader::ReadText()
         const bool isAlone = m_afterStartTag && !text.empty() && m_cursor.Rest().starts_with("</"sv);
         m_isMixed = m_isMixed || !isBlank || isAlone;
     }
-    return HasOnlyReferences(text);
+    return HasOnlyReferences(text) && text.find("]]>"sv) == text.npos;
 }
 
 bool MarkupReader::ReadMarkup()
@@ -118,29 +119,15 @@ bool MarkupReader::ReadMarkup()
     m_afterStartTag = false;
     if (rest.starts_with("</"sv))
         return ReadEndTag();
-    if (rest.starts_with("<?"sv))
-        return ReadInstruction();
+    if (m_cursor.Take("<?"sv))
+        return m_cursor.TakeInstruction();
     if (!rest.starts_with("<!"sv))
         return ReadStartTag();
     if (m_cursor.Take("<!--"sv))
-        return ReadComment();
+        return m_cursor.TakeComment();
     if (m_cursor.Take("<![CDATA["sv))
         return m_depth > 0 && m_cursor.SkipBehind("]]>"sv);
     return ReadDocumentType();
-}
-
-bool MarkupReader::ReadComment()
-{
-    return m_cursor.SkipBehind("--"sv) && m_cursor.Take(">"sv);
-}
-
-bool MarkupReader::ReadInstruction()
-{
-    m_cursor.Skip(2);
-    const std::string_view target = m_cursor.TakeName();
-    if (target.empty() || QByteArrayView(target).compare("xml", Qt::CaseInsensitive) == 0)
-        return false;
-    return m_cursor.Take("?>"sv) || (m_cursor.SkipBlanks() && m_cursor.SkipBehind("?>"sv));
 }
 
 bool MarkupReader::ReadDocumentType()
@@ -148,30 +135,7 @@ bool MarkupReader::ReadDocumentType()
     if (m_hasElement || m_hasDocumentType || !m_cursor.Take("<!DOCTYPE"sv))
         return false;
     m_hasDocumentType = true;
-    for (int nesting = 1; nesting > 0;) {
-        const size_t next = m_cursor.Rest().find_first_of(R"(<>"')"sv);
-        if (next == std::string_view::npos)
-            return false;
-        m_cursor.Skip(next);
-        bool whole = true;
-        if (m_cursor.Take("<!--"sv)) {
-            whole = ReadComment();
-        } else if (m_cursor.Take("<?"sv)) {
-            whole = m_cursor.SkipBehind("?>"sv);
-        } else if (m_cursor.Take("<!"sv)) {
-            whole = !m_cursor.Take("["sv); // a conditional section, which only an external document type may have
-            ++nesting;
-        } else if (m_cursor.Take(">"sv)) {
-            --nesting;
-        } else {
-            const std::string_view quote = m_cursor.Rest().substr(0, 1);
-            m_cursor.Skip(1);
-            whole = quote != "<"sv && m_cursor.SkipBehind(quote);
-        }
-        if (!whole)
-            return false;
-    }
-    return true;
+    return TakeDocumentType(m_cursor);
 }
 
 bool MarkupReader::ReadStartTag()

@@ -21,8 +21,9 @@ enum class XmlForm {
 };
 
 /// Checks whether UTF-8 text (without a byte-order mark) is a well-formed XML document in those points that the parser
-/// lets pass: valid UTF-8 without forbidden control characters, one document element with nothing but comments,
-/// instructions and a document type around it, no repeated attribute, only the five entities of XML and references to
-/// allowed characters, bounded nesting. One linear pass; what the parser checks itself (matching end tags) is left to
-/// it. A field is any element inside the document element but an Item directly in it.
+/// lets pass: valid UTF-8 without forbidden control characters, declaration and document type by their grammar, one
+/// document element with nothing but comments and instructions beside them, no repeated attribute, only the five
+/// entities of XML and references to allowed characters, no "]]>" in text, bounded nesting. One linear pass; what the
+/// parser checks itself (matching end tags) is left to it. A field is any element inside the document element but an
+/// Item directly in it.
 XmlForm CheckXml(QByteArrayView utf8);

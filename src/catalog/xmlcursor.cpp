@@ -2,6 +2,8 @@
 
 #include "xmlcheck.h"
 
+#include <QByteArrayView>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -53,20 +55,24 @@ bool IsCharacterReference(std::string_view text)
 }
 
 // What stands behind a "&".
-bool IsReference(std::string_view text)
+bool IsReference(std::string_view text, bool toAnyEntity)
 {
     if (text.starts_with('#'))
         return IsCharacterReference(text.substr(1));
+    if (toAnyEntity) {
+        XmlCursor cursor(text);
+        return !cursor.TakeName().empty() && cursor.Take(";"sv);
+    }
     constexpr std::array kEntities = {"amp;"sv, "lt;"sv, "gt;"sv, "quot;"sv, "apos;"sv};
     return std::ranges::any_of(kEntities, [text](std::string_view entity) { return text.starts_with(entity); });
 }
 
 } // namespace
 
-bool HasOnlyReferences(std::string_view text)
+bool HasOnlyReferences(std::string_view text, bool toAnyEntity)
 {
     for (size_t next = text.find('&'); next != text.npos; next = text.find('&', next + 1)) {
-        if (!IsReference(text.substr(next + 1)))
+        if (!IsReference(text.substr(next + 1), toAnyEntity))
             return false;
     }
     return true;
@@ -98,10 +104,38 @@ bool XmlCursor::SkipBlanks()
 
 std::string_view XmlCursor::TakeName()
 {
+    return AtEnd() || !Is(*m_at, NameStart) ? std::string_view() : TakeToken();
+}
+
+std::string_view XmlCursor::TakeToken()
+{
     const char *const start = m_at;
-    if (!AtEnd() && Is(*start, NameStart))
-        m_at = EndOfRun(start, m_end, NamePart);
+    m_at = EndOfRun(start, m_end, NamePart);
     return {start, static_cast<size_t>(m_at - start)};
+}
+
+std::optional<std::string_view> XmlCursor::TakeQuoted()
+{
+    if (AtEnd() || (*m_at != '"' && *m_at != '\''))
+        return std::nullopt;
+    const std::string_view quote(m_at++, 1);
+    const char *const start = m_at;
+    if (!SkipBehind(quote))
+        return std::nullopt;
+    return std::string_view(start, static_cast<size_t>(m_at - start) - 1);
+}
+
+bool XmlCursor::TakeComment()
+{
+    return SkipBehind("--"sv) && Take(">"sv);
+}
+
+bool XmlCursor::TakeInstruction()
+{
+    const std::string_view target = TakeName();
+    if (target.empty() || QByteArrayView(target).compare("xml", Qt::CaseInsensitive) == 0)
+        return false;
+    return Take("?>"sv) || (SkipBlanks() && SkipBehind("?>"sv));
 }
 
 bool XmlCursor::TakeAttributes()
@@ -134,10 +168,7 @@ bool XmlCursor::TakeValue()
     if (!Take("="sv))
         return false;
     SkipBlanks();
-    if (AtEnd() || (*m_at != '"' && *m_at != '\''))
-        return false;
-    const std::string_view quote(m_at++, 1);
-    return SkipBehind(quote);
+    return TakeQuoted().has_value();
 }
 
 bool XmlCursor::HasRepeatedName()

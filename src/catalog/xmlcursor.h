@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
-/// Whether every "&" starts a reference to one of the five entities or to a character that XML allows.
-bool HasOnlyReferences(std::string_view text);
+/// Whether every "&" starts a reference to a character that XML allows or to one of the five entities; inside a
+/// document type, to any entity.
+bool HasOnlyReferences(std::string_view text, bool toAnyEntity = false);
 
 /// A place in XML text that moves forward over what is expected there. Whatever gives false has found something else;
 /// the place means nothing then.
@@ -23,6 +25,14 @@ public:
     bool SkipBlanks();
     /// The name here, empty when there is none.
     std::string_view TakeName();
+    /// The same for characters of a name in any order, a digit first too.
+    std::string_view TakeToken();
+    /// The value between quotes, nothing when there is none.
+    std::optional<std::string_view> TakeQuoted();
+    /// What stands behind "<!--".
+    bool TakeComment();
+    /// What stands behind "<?"; no declaration.
+    bool TakeInstruction();
     /// Attributes up to the first thing that is none: each behind a blank, none repeated, none with a "<".
     bool TakeAttributes();
 
