@@ -239,20 +239,25 @@ private slots:
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("address");
 
-        QTest::newRow("web") << u"https://example.org/a?b=c&d#e"_s << u"https://example.org/a?b=c&d#e"_s;
-        QTest::newRow("mail") << u"mailto:me@example.org"_s << u"mailto:me@example.org"_s;
-        QTest::newRow("no scheme") << u"www.example.org/x"_s << u"http://www.example.org/x"_s;
-        QTest::newRow("file") << u"/tmp/a b#1.html"_s << u"file:///tmp/a b%231.html"_s;
-        QTest::newRow("relative") << u"x.html"_s << u"file://"_s + QDir::currentPath() + u"/x.html"_s;
+        const auto row = [](const QString &path, const QString &address) {
+            QTest::newRow(qPrintable(path)) << path << address;
+        };
+        row(u"https://example.org/a?b=c&d#e"_s, u"https://example.org/a?b=c&d#e"_s);
+        row(u"mailto:me@example.org"_s, u"mailto:me@example.org"_s);
+        row(u" example.org/x.html\t"_s, u"http://example.org/x.html"_s);
+        row(u"host:8080"_s, u"http://host:8080"_s);
+        row(u"example.org:80/x"_s, u"http://example.org:80/x"_s);
+        row(u"/tmp/a b#1.html"_s, u"file:///tmp/a b%231.html"_s);
     }
 
     void address()
     {
         QFETCH(QString, path);
         QTEST(AddressOf(path).toString(), "address");
+        for (const QString &file :
+             {u"C:\\music"_s, u"\\\\a\\b"_s, QDir().relativeFilePath(m_folder->filePath(u"README"_s))})
+            QVERIFY2(AddressOf(file).isLocalFile(), qPrintable(file));
     }
-
-    void driveLetterIsNoScheme() { QVERIFY(AddressOf(u"C:\\music\\list.html"_s).isLocalFile()); }
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;

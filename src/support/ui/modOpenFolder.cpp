@@ -6,14 +6,31 @@
 
 using namespace Qt::StringLiterals;
 
-QUrl AddressOf(const QString &path)
+namespace {
+
+// A number behind the colon is a port, and what stands before it a host; one letter before it is a drive.
+bool HasScheme(const QString &path)
 {
-    static const QRegularExpression scheme(u"^[A-Za-z][A-Za-z0-9+.-]+:"_s);
-    if (scheme.match(path).hasMatch()) {
+    static const QRegularExpression scheme(u"^[A-Za-z][A-Za-z0-9+.-]+:(?![0-9]+([/?#]|$))"_s);
+    return scheme.match(path).hasMatch();
+}
+
+bool IsAbsolutePath(const QString &path)
+{
+    static const QRegularExpression root(uR"(^([/\\]|[A-Za-z]:))"_s);
+    return root.match(path).hasMatch();
+}
+
+} // namespace
+
+QUrl AddressOf(const QString &text)
+{
+    const QString path = text.trimmed();
+    if (HasScheme(path)) {
         return QUrl(path);
     }
     const QFileInfo file(path);
-    if (path.startsWith(u"www."_s, Qt::CaseInsensitive) && !file.exists()) {
+    if (!IsAbsolutePath(path) && !file.exists()) {
         return QUrl(u"http://"_s + path);
     }
     return QUrl::fromLocalFile(file.absoluteFilePath());
@@ -21,7 +38,7 @@ QUrl AddressOf(const QString &path)
 
 void OpenFileWithDefaultProgram(const QString &path)
 {
-    if (!path.isEmpty()) {
+    if (!path.trimmed().isEmpty()) {
         QDesktopServices::openUrl(AddressOf(path));
     }
 }
