@@ -1,15 +1,18 @@
 #include "failures.h"
 
+#include "paths.h"
+
 #include <QScopedValueRollback>
 
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
 
-ProgramError::ProgramError(Failure failure, QString description, QString source, int line)
+ProgramError::ProgramError(Failure failure, QString description, const QString &source, const char *file, int line)
     : m_failure(failure),
       m_description(std::move(description)),
-      m_source(std::move(source)),
+      // Compilers give the path by which they were called.
+      m_source(source + u", "_s + FileTitle(QString::fromUtf8(file), true)),
       m_line(line),
       m_what(m_description.toStdString())
 {

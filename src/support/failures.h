@@ -24,16 +24,18 @@ enum class Failure {
     BadQuery = 8,   ///< an XPath expression that does not parse
 };
 
-/// A failure that the user is to see in an error report. The line is that of the throwing statement.
+/// A failure that the user is to see in an error report. File and line are those of the throwing statement.
 class ProgramError : public std::exception
 {
 public:
     ProgramError(
-        Failure failure, QString description, QString source = QStringLiteral("Discbook"), int line = __builtin_LINE());
+        Failure failure, QString description, const QString &source = QStringLiteral("Discbook"),
+        const char *file = __builtin_FILE(), int line = __builtin_LINE());
 
     int number() const { return static_cast<int>(m_failure); }
     Failure failure() const { return m_failure; }
     const QString &description() const { return m_description; }
+    /// Who failed, and the name of the source file: "Discbook, paths.cpp".
     const QString &source() const { return m_source; }
     /// The source line, 0 when not known.
     int line() const { return m_line; }

@@ -53,10 +53,11 @@ void TestFailures::reports_data()
                         const QString &source,
                         bool hasLine) { QTest::newRow(name) << thrower << number << description << source << hasLine; };
     row(
-        "own", [] { throw ProgramError(Failure::Missing, u"Kein Gerät"_s); }, 4, u"Kein Gerät"_s, u"Discbook"_s, true);
+        "own", [] { throw ProgramError(Failure::Missing, u"Kein Gerät"_s); }, 4, u"Kein Gerät"_s,
+        u"Discbook, test_failures.cpp"_s, true);
     row(
         "own, with a source", [] { throw ProgramError(Failure::BadFile, u"bad"_s, u"Formats"_s); }, 5, u"bad"_s,
-        u"Formats"_s, true);
+        u"Formats, test_failures.cpp"_s, true);
     row(
         "library", [] { throw std::runtime_error("it broke"); }, 1, u"it broke"_s, u"std::exception"_s, false);
     row(
