@@ -104,6 +104,9 @@ void CatalogFiles::mnuFileNewCatalog_Click()
         CatalogDocument::WriteNewCatalog(path);
         OpenCatalog(path);
         m_views.UpdateCaption();
+        // Also when nothing was opened, since the conversion of its companion was declined.
+        if (m_recent.Paths().value(0) != path)
+            m_recent.AddToMRU(path);
     });
 }
 
@@ -135,13 +138,16 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
 
 bool CatalogFiles::mnuFileSave_Click()
 {
-    return Guarded(kModule, "mnuFileSave_Click", [this] {
+    const auto saved = Guarded(kModule, "mnuFileSave_Click", [this] {
         const WaitCursor wait;
-        m_document.Save();
+        if (!m_document.Save())
+            return false;
         m_views.RefillPanel();
         // A listing without any content leaves the catalog, and the tree, when it is saved.
         m_views.UpdateCaption();
+        return true;
     });
+    return saved.value_or(false);
 }
 
 bool CatalogFiles::OfferToSave()

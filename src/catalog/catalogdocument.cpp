@@ -62,16 +62,19 @@ void CatalogDocument::Clear()
     SetChanged(false);
 }
 
-void CatalogDocument::Save()
+bool CatalogDocument::Save()
 {
-    CleanXML(*m_file.document, [this](pugi::xml_node element) {
+    const bool isClean = CleanXML(*m_file.document, [this](pugi::xml_node element) {
         if (!IsListingOf(Catalog(), element))
             return;
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
+    if (!isClean)
+        return false;
     SaveXml(*m_file.document, m_file.encoding, m_path);
     SetChanged(false);
+    return true;
 }
 
 void CatalogDocument::WriteNewCatalog(const QString &path)

@@ -23,7 +23,7 @@ namespace {
 constexpr auto kModule = "modConvertTo12";
 constexpr auto kMergedSuffix = ".converted"_L1;
 
-/// Why a conversion does not take place.
+/// Why a conversion does not take place; without a text when that was reported already.
 struct Refusal
 {
     QString text;
@@ -164,7 +164,8 @@ std::optional<Refusal> Convert(const Files &files, const ConversionObserver &obs
         return std::move(*refusal);
     const Input &loaded = std::get<Input>(input);
     MergeUserData(loaded.catalog.document->document_element(), loaded.user.document->document_element());
-    CleanXML(*loaded.catalog.document);
+    if (!CleanXML(*loaded.catalog.document))
+        return Refusal{};
     ReplaceFiles(loaded.catalog, files, [&observer](ConversionStep step) {
         if (observer.stepDone)
             observer.stepDone(step);
@@ -198,7 +199,7 @@ bool ConvertFileTo12(
         if (answer != UserPrompts::Answer::Yes)
             return false;
         const auto refusal = Convert(Files(catalogPath, userPath), observer);
-        if (refusal)
+        if (refusal && !refusal->text.isEmpty())
             prompts.Message(refusal->text, refusal->title, refusal->icon);
         return !refusal;
     });

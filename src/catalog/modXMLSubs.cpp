@@ -1,5 +1,6 @@
 #include "modXMLSubs.h"
 
+#include "failures.h"
 #include "numbers.h"
 #include "xmlcheck.h"
 
@@ -13,6 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto kModule = "modXMLSubs";
 constexpr auto kLineBreak = "\r\n"_L1;
 constexpr auto kEscapedLineBreak = R"(\n)"_L1;
 constexpr auto kTab = "\t"_L1;
@@ -240,18 +242,23 @@ QString UnescapeText(QString text)
 
 QString ParseSetList(const QString &text)
 {
-    return WithoutLeadingSpaces(text.contains(kLineBreak) ? text : SplitAtCommas(text));
+    const auto layOut = [&text] {
+        return WithoutLeadingSpaces(text.contains(kLineBreak) ? text : SplitAtCommas(text));
+    };
+    return Guarded(kModule, "ParseSetList", layOut).value_or(text);
 }
 
-void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing)
+bool CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing)
 {
-    const pugi::xml_node documentElement = document.document_element();
-    for (const pugi::xml_node element : AllElements(document)) {
-        RemoveEmptyAttributes(element);
-        if (element.first_attribute() || HasChildren(element) || element == documentElement)
-            continue;
-        if (removing)
-            removing(element);
-        element.parent().remove_child(element);
-    }
+    return Guarded(kModule, "CleanXML", [&] {
+        const pugi::xml_node documentElement = document.document_element();
+        for (const pugi::xml_node element : AllElements(document)) {
+            RemoveEmptyAttributes(element);
+            if (element.first_attribute() || HasChildren(element) || element == documentElement)
+                continue;
+            if (removing)
+                removing(element);
+            element.parent().remove_child(element);
+        }
+    });
 }

@@ -166,6 +166,10 @@ private slots:
         QCOMPARE(f.views.Take(), u"hide disable caption"_s);
         QCOMPARE(f.document.Path(), earlier);
         QVERIFY(!f.document.IsChanged() && !f.document.Catalog());
+        QCOMPARE(f.recent.Paths(), QStringList(earlier));
+        f.prompts.ExpectSaveFile(u"New Catalog"_s, old);
+        f.files.mnuFileNewCatalog_Click();
+        QCOMPARE(f.recent.Paths(), QStringList({old, earlier}));
     }
 
     /// What the save question does in each command.

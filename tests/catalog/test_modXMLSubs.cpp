@@ -1,3 +1,4 @@
+#include "failures.h"
 #include "modXMLSubs.h"
 
 #include <QTest>
@@ -168,6 +169,17 @@ private slots:
         });
         QTEST(Raw(document), "after");
         QTEST(removed, "removed");
+    }
+
+    void failedCleanUp()
+    {
+        pugi::xml_document document;
+        Parse(document, "<C><I/></C>");
+        QString failed;
+        const auto earlier = InstallFailureReporter([&](const FailureReport &report) { failed = report.procName; });
+        QVERIFY(!CleanXML(document, [](pugi::xml_node) { throw 7; }));
+        InstallFailureReporter(earlier);
+        QCOMPARE(failed, u"CleanXML"_s);
     }
 };
 
