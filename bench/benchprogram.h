@@ -63,7 +63,7 @@ struct OpenProgram
         if (document.Load(path) != CatalogDocument::LoadResult::Loaded)
             return false;
         document.SetPath(path);
-        types.LoadTypeMenu(FileTitle(path), document.Types());
+        types.LoadTypeMenu(FileTitle(path), document.Entries(CatalogList::RecordingTypes));
         return tree.LoadShows();
     }
 };

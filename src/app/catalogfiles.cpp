@@ -131,7 +131,7 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
     Guarded(kModule, "mnuFileMRU_Click", [&] {
         if (!OfferToSave())
             return;
-        m_document.SetChanged(false);
+        m_document.DropEdits();
         OpenCatalog(path);
     });
 }
@@ -152,7 +152,7 @@ bool CatalogFiles::mnuFileSave_Click()
 
 bool CatalogFiles::OfferToSave()
 {
-    if (!m_document.IsChanged())
+    if (!m_document.IsModified())
         return true;
     const UserPrompts::Answer answer = m_prompts.Message(
         u"Save your changes?"_s, u"Save Confirmation"_s, UserPrompts::Icon::None, UserPrompts::Buttons::YesNoCancel);

@@ -140,7 +140,7 @@ void frmMain::ConnectFileMenu()
     OnClick(m_menu.mnuFileMakeCatalogShortcut, [this] { m_dialogs->mnuFileMakeCatalogShortcut_Click(); });
     OnClick(m_menu.mnuFileExit, [this] { close(); });
     connect(m_recentMenu, &RecentMenu::chosen, this, [this](const QString &path) { m_files.mnuFileMRU_Click(path); });
-    connect(&m_document, &CatalogDocument::changedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
+    connect(&m_document, &CatalogDocument::modifiedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
     m_menu.mnuFileSave->setEnabled(false);
 }
 
@@ -172,11 +172,11 @@ void frmMain::ConnectDialogs()
     connect(m_dialogs, &DialogCommands::nothingFound, this, [this] { LoadShows(); });
     connect(m_dialogs, &DialogCommands::typesSetUp, this, [this] {
         ReloadTypes();
-        m_document.SetChanged(true);
+        m_document.MarkModified();
     });
     connect(m_dialogs, &DialogCommands::webSourcesSetUp, this, [this] {
         LoadWebSources();
-        m_document.SetChanged(true);
+        m_document.MarkModified();
     });
 }
 
@@ -317,7 +317,7 @@ void frmMain::EnableCatalogMenus(bool enable)
 
 void frmMain::LoadTypeMenu()
 {
-    m_types.LoadTypeMenu(FileTitle(m_document.Path()), m_document.Types());
+    m_types.LoadTypeMenu(FileTitle(m_document.Path()), m_document.Entries(CatalogList::RecordingTypes));
 }
 
 void frmMain::ReloadTypes()
@@ -341,7 +341,7 @@ void frmMain::ShowLoadedTree()
 
 void frmMain::LoadWebSources()
 {
-    Guarded(kModule, "LoadWebSources", [this] { m_webSourcesMenu->Load(m_document.WebSources()); });
+    Guarded(kModule, "LoadWebSources", [this] { m_webSourcesMenu->Load(m_document.Entries(CatalogList::WebSources)); });
 }
 
 void frmMain::UpdateCaption()

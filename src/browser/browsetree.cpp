@@ -2,12 +2,14 @@
 
 #include "catalogdocument.h"
 #include "failures.h"
+#include "fields.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
 #include "showntypes.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +35,10 @@ constexpr std::array kFixedGroups{
     FixedGroup{u"Video", ShownTypes::Video, u"Videos", u"Video"},
 };
 
+/// What of a listing neither its label nor its place nor its picture shows.
+constexpr std::array kNotInTheTree{
+    Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
+
 /// Ends a load in every path, so that what was added is shown even when a later listing failed.
 class LoadScope
 {
@@ -57,6 +63,8 @@ BrowseTree::BrowseTree(
       m_model(formats.Pictures())
 {
     connect(&document, &CatalogDocument::aboutToBeReplaced, &m_model, &BrowseTreeModel::Clear);
+    connect(&document, &CatalogDocument::listingAdded, this, &BrowseTree::AddShowToTree);
+    connect(&document, &CatalogDocument::listingEdited, this, &BrowseTree::FollowEdit);
     connect(&document, &CatalogDocument::listingAboutToBeRemoved, this, &BrowseTree::Forget);
 }
 
@@ -65,7 +73,7 @@ bool BrowseTree::LoadShows()
     return Guarded(kModule, "LoadShows", [this] {
         std::vector<pugi::xml_node> listings;
         listings.reserve(static_cast<size_t>(m_document.NumberOfListings()));
-        for (const pugi::xml_node listing : m_document.Catalog().children("Item"))
+        for (const pugi::xml_node listing : m_document.Catalog().children(Element::kItem))
             listings.push_back(listing);
         LoadShowList(listings);
     });
@@ -99,15 +107,11 @@ std::optional<BrowseTree::Listing *> BrowseTree::AddShowToTree(pugi::xml_node li
             return std::nullopt;
         if (!*group)
             return nullptr;
-        const bool wrongDate = ReadNumber(listing, "WrongDate") != 0;
-        if (wrongDate && !m_options.showWrongDate)
+        if (!m_options.showWrongDate && IsWrongDate(listing))
             return nullptr;
-        const QString format = ReadAttribute(listing, "Format");
-        const FormatKind kind = m_formats.FormatClass(format);
-        if (!IsShownByFilter(kind))
+        if (!IsShownByFilter(m_formats.FormatClass(ReadAttribute(listing, Field::kFormat))))
             return nullptr;
-        const QString picture = m_formats.GetShowImageKey(format, wrongDate);
-        return &m_model.AddListing(**group, listing, ReadAttribute(listing, "ID"), picture);
+        return &m_model.AddListing(**group, listing, ReadAttribute(listing, Field::kId), PictureOf(listing));
     };
     return Guarded(kModule, "AddShowToTree", place).value_or(std::nullopt);
 }
@@ -136,11 +140,11 @@ std::optional<BrowseTree::Group *> BrowseTree::VerifyParentNode(pugi::xml_node l
 
 std::optional<BrowseTree::Group *> BrowseTree::GroupFor(pugi::xml_node listing)
 {
-    const QString typeName = ReadAttribute(listing, "Type");
+    const QString typeName = ReadAttribute(listing, Field::kType);
     if (typeName.isEmpty() || typeName == "Concert"_L1) {
         if (!m_types.IsShown(ShownTypes::Concert))
             return nullptr;
-        const QString year = NumberText(ReadNumber(listing, "Year"));
+        const QString year = NumberText(ReadNumber(listing, Field::kYear));
         return AddNode(u'y' + year, year, u"Closed"_s);
     }
     const auto *fixed = std::ranges::find(kFixedGroups, QStringView(typeName), &FixedGroup::typeName);
@@ -155,7 +159,7 @@ std::optional<BrowseTree::Group *> BrowseTree::GroupOfOwnType(const QString &typ
 {
     int type = m_types.Find(typeName);
     if (type < 0) {
-        m_document.AppendType(typeName);
+        m_document.SupplyType(typeName);
         type = m_types.AddTypeMenuItem(typeName);
     }
     if (!m_types.IsShown(type))
@@ -208,9 +212,40 @@ void BrowseTree::UpdateListName(Listing &listing)
     });
 }
 
+void BrowseTree::UpdateShowImage(Listing &listing)
+{
+    m_model.SetPicture(listing, PictureOf(listing.element));
+}
+
+QString BrowseTree::PictureOf(pugi::xml_node listing)
+{
+    return m_formats.GetShowImageKey(ReadAttribute(listing, Field::kFormat), IsWrongDate(listing));
+}
+
+BrowseTree::Listing *BrowseTree::FindNode(pugi::xml_node listing) const
+{
+    Listing *node = m_model.FindListing(ReadAttribute(listing, Field::kId));
+    return node && node->element == listing ? node : nullptr;
+}
+
+void BrowseTree::FollowEdit(pugi::xml_node listing, const char *name)
+{
+    const auto is = [name](const char *other) { return std::strcmp(name, other) == 0; };
+    Listing *node = FindNode(listing);
+    if (!node || std::ranges::any_of(kNotInTheTree, is))
+        return;
+    if (is(Field::kFormat)) {
+        UpdateShowImage(*node);
+        AddYearCount(*node->group);
+        return;
+    }
+    if (is(Field::kWrongDate))
+        UpdateShowImage(*node);
+    UpdateListName(*node);
+}
+
 void BrowseTree::Forget(pugi::xml_node listing)
 {
-    Listing *node = m_model.FindListing(ReadAttribute(listing, "ID"));
-    if (node && node->element == listing)
+    if (Listing *node = FindNode(listing))
         m_model.RemoveListing(*node);
 }

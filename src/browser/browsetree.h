@@ -12,8 +12,8 @@
 class CatalogDocument;
 class ShownTypes;
 
-/// Keeps the tree in step with the catalog: fills it, places single listings, follows edits and writes the totals.
-/// Which listings are shown is read from the view options and the shown types each time.
+/// Keeps the tree in step with the catalog: fills it, and follows what the document signals: listings added, edited and
+/// removed. Writes the totals. Which listings are shown is read from the view options and the shown types each time.
 class BrowseTree : public QObject
 {
     Q_OBJECT
@@ -48,6 +48,11 @@ public:
 
     /// Brings a listing's label, place and group in line with its element after an edit.
     void UpdateListName(Listing &listing);
+    /// Brings a listing's picture in line with its element.
+    void UpdateShowImage(Listing &listing);
+
+    /// The node of a listing; null when it is not shown, or another one has its ID.
+    Listing *FindNode(pugi::xml_node listing) const;
 
     /// Whether the filter lets a listing without a format through, as a new one is.
     bool ShowsNewListings() const { return IsShownByFilter(FormatKind::Unknown); }
@@ -60,6 +65,8 @@ private:
     std::optional<Group *> GroupOfOwnType(const QString &typeName);
     std::optional<Group *> AddNode(const QString &key, const QString &text, const QString &picture);
     bool IsShownByFilter(FormatKind kind) const;
+    QString PictureOf(pugi::xml_node listing);
+    void FollowEdit(pugi::xml_node listing, const char *name);
     void Forget(pugi::xml_node listing);
 
     CatalogDocument &m_document;

@@ -1,5 +1,6 @@
 #include "labels.h"
 
+#include "fields.h"
 #include "numbers.h"
 
 #include <algorithm>
@@ -36,27 +37,27 @@ Fields::Fields(pugi::xml_node listing)
     for (const pugi::xml_attribute attribute : listing.attributes()) {
         const std::string_view name = attribute.name();
         const std::string_view value = attribute.value();
-        if (name == "Type")
+        if (name == Field::kType)
             type = value;
-        else if (name == "Year")
+        else if (name == Field::kYear)
             year = LeadingNumber(value);
-        else if (name == "Month")
+        else if (name == Field::kMonth)
             month = LeadingNumber(value);
-        else if (name == "Day")
+        else if (name == Field::kDay)
             day = LeadingNumber(value);
-        else if (name == "Venue")
+        else if (name == Field::kVenue)
             venue = value;
-        else if (name == "Show")
+        else if (name == Field::kShow)
             show = value;
-        else if (name == "Length")
+        else if (name == Field::kLength)
             length = value;
-        else if (name == "Source")
+        else if (name == Field::kSource)
             source = value;
-        else if (name == "Grade")
+        else if (name == Field::kGrade)
             grade = value;
-        else if (name == "Seeder")
+        else if (name == Field::kSeeder)
             seeder = value;
-        else if (name == "WrongDate")
+        else if (name == Field::kWrongDate)
             wrongDate = LeadingNumber(value) != 0;
     }
 }

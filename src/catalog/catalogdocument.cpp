@@ -1,9 +1,11 @@
 #include "catalogdocument.h"
 
 #include "failures.h"
+#include "fields.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -14,25 +16,38 @@ namespace {
 // A namespace makes it another element, whatever its name.
 bool IsCatalog(const pugi::xml_document &document)
 {
-    const pugi::xml_node catalog = document.child("Catalog");
+    const pugi::xml_node catalog = document.child(Element::kCatalog);
     return catalog && *catalog.attribute("xmlns").value() == '\0';
 }
 
 bool IsListingOf(pugi::xml_node catalog, pugi::xml_node element)
 {
-    return element.parent() == catalog && std::strcmp(element.name(), "Item") == 0;
+    return element.parent() == catalog && std::strcmp(element.name(), Element::kItem) == 0;
+}
+
+const char *ElementOf(CatalogList list)
+{
+    return list == CatalogList::WebSources ? Element::kWebSource : Element::kType;
+}
+
+bool HasTextNode(pugi::xml_node element, const QByteArray &text)
+{
+    return std::ranges::any_of(element.children(), [&text](pugi::xml_node child) {
+        const bool isText = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+        return isText && text == child.value();
+    });
 }
 
 } // namespace
 
 CatalogDocument::CatalogDocument() = default;
 
-void CatalogDocument::SetChanged(bool changed)
+void CatalogDocument::SetModified(bool modified)
 {
-    if (m_changed == changed)
+    if (m_modified == modified)
         return;
-    m_changed = changed;
-    emit changedChanged(changed);
+    m_modified = modified;
+    emit modifiedChanged(modified);
 }
 
 CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
@@ -44,7 +59,7 @@ CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
         return LoadResult::NotACatalog;
     ListingIndex index;
     try {
-        index.Build(file->document->child("Catalog"));
+        index.Build(file->document->child(Element::kCatalog));
     } catch (const std::bad_alloc &) {
         return LoadResult::Unreadable;
     }
@@ -59,7 +74,7 @@ void CatalogDocument::Clear()
     emit aboutToBeReplaced();
     m_index.Clear();
     m_file = XmlFile();
-    SetChanged(false);
+    SetModified(false);
 }
 
 bool CatalogDocument::Save()
@@ -73,20 +88,21 @@ bool CatalogDocument::Save()
     if (!isClean)
         return false;
     SaveXml(*m_file.document, m_file.encoding, m_path);
-    SetChanged(false);
+    SetModified(false);
+    emit saved();
     return true;
 }
 
 void CatalogDocument::WriteNewCatalog(const QString &path)
 {
     pugi::xml_document document;
-    document.append_child("Catalog");
+    document.append_child(Element::kCatalog);
     SaveXml(document, XmlEncoding(), path);
 }
 
 pugi::xml_node CatalogDocument::Catalog() const
 {
-    return m_file.document->child("Catalog");
+    return m_file.document->child(Element::kCatalog);
 }
 
 pugi::xml_node CatalogDocument::Listing(const QString &id) const
@@ -102,10 +118,10 @@ qint32 CatalogDocument::GetNextID() const
 pugi::xml_node CatalogDocument::AppendListing(const QString &type)
 {
     const QString id = QString::number(GetNextID());
-    pugi::xml_node listing = AppendChild("Item");
-    WriteAttribute(listing, "ID", id);
-    WriteAttribute(listing, "Type", type);
-    m_index.Append(listing);
+    pugi::xml_node listing = AppendChild(Element::kItem);
+    WriteAttribute(listing, Field::kId, id);
+    WriteAttribute(listing, Field::kType, type);
+    TakeInNew(listing);
     return listing;
 }
 
@@ -113,11 +129,18 @@ pugi::xml_node CatalogDocument::AppendCopy(pugi::xml_node listing)
 {
     const QString id = QString::number(GetNextID());
     pugi::xml_node copy = RequiredCatalog().append_copy(listing);
-    WriteAttribute(copy, "ID", id);
-    for (const char *const name : {"WrongDate", "Format", "DateAdded", "Seeder"})
+    WriteAttribute(copy, Field::kId, id);
+    for (const char *const name : {Field::kWrongDate, Field::kFormat, Field::kDateAdded, Field::kSeeder})
         WriteAttribute(copy, name, {});
-    m_index.Append(copy);
+    TakeInNew(copy);
     return copy;
+}
+
+void CatalogDocument::TakeInNew(pugi::xml_node listing)
+{
+    m_index.Append(listing);
+    SetModified(true);
+    emit listingAdded(listing);
 }
 
 void CatalogDocument::RemoveListing(pugi::xml_node listing)
@@ -125,21 +148,95 @@ void CatalogDocument::RemoveListing(pugi::xml_node listing)
     emit listingAboutToBeRemoved(listing);
     m_index.Remove(listing);
     Catalog().remove_child(listing);
+    SetModified(true);
 }
 
-QStringList CatalogDocument::Types() const
+void CatalogDocument::SetField(pugi::xml_node listing, const char *field, const QString &value)
 {
-    return ChildTexts("Type");
+    WriteAttribute(listing, field, value);
+    TellEdited(listing, field);
 }
 
-QStringList CatalogDocument::WebSources() const
+void CatalogDocument::SetText(pugi::xml_node listing, const char *element, const QString &text)
 {
-    return ChildTexts("WebSource");
+    WriteTextElement(listing, element, text);
+    TellEdited(listing, element);
 }
 
-void CatalogDocument::AppendType(const QString &name)
+void CatalogDocument::SetFormat(pugi::xml_node listing, const QString &format, QDate today)
 {
-    SetElementText(AppendChild("Type"), name);
+    if (format.isEmpty())
+        SetField(listing, Field::kDateAdded, {});
+    else if (ReadAttribute(listing, Field::kDateAdded).isEmpty())
+        SetField(listing, Field::kDateAdded, today.toString(Qt::ISODate));
+    SetField(listing, Field::kFormat, format);
+}
+
+void CatalogDocument::TellEdited(pugi::xml_node listing, const char *name)
+{
+    SetModified(true);
+    emit listingEdited(listing, name);
+}
+
+QStringList CatalogDocument::Entries(CatalogList list) const
+{
+    QStringList texts;
+    for (const pugi::xml_node entry : Catalog().children(ElementOf(list)))
+        texts += ElementText(entry);
+    return texts;
+}
+
+void CatalogDocument::AddEntry(CatalogList list, const QString &text)
+{
+    SetElementText(AppendChild(ElementOf(list)), text);
+    TellEntriesChanged(list);
+}
+
+void CatalogDocument::RenameEntry(CatalogList list, const QString &text, const QString &newText)
+{
+    SetElementText(FindEntry(list, text), newText);
+    TellEntriesChanged(list);
+}
+
+void CatalogDocument::RemoveEntry(CatalogList list, const QString &text)
+{
+    Catalog().remove_child(FindEntry(list, text));
+    TellEntriesChanged(list);
+}
+
+void CatalogDocument::TellEntriesChanged(CatalogList list)
+{
+    SetModified(true);
+    emit entriesChanged(list);
+}
+
+/// The first element that holds the text in one piece.
+pugi::xml_node CatalogDocument::FindEntry(CatalogList list, const QString &text) const
+{
+    const auto name = QLatin1StringView(ElementOf(list));
+    if (text.contains(u'\''))
+        throw ProgramError(Failure::BadQuery, u"Not an expression: /Catalog/%1[text()='%2']"_s.arg(name, text));
+    const QByteArray wanted = ToXml(text);
+    for (const pugi::xml_node entry : Catalog().children(ElementOf(list))) {
+        if (HasTextNode(entry, wanted))
+            return entry;
+    }
+    throw ProgramError(Failure::Missing, u"No such %1: %2"_s.arg(name, text));
+}
+
+void CatalogDocument::CompleteListing(pugi::xml_node listing)
+{
+    if (!listing.attribute(Field::kType))
+        WriteAttribute(listing, Field::kType, u"Concert"_s);
+    for (const char *element : {Element::kSetList, Element::kNotes, Element::kComment}) {
+        if (!listing.child(element))
+            listing.append_child(element);
+    }
+}
+
+void CatalogDocument::SupplyType(const QString &name)
+{
+    SetElementText(AppendChild(Element::kType), name);
 }
 
 pugi::xml_node CatalogDocument::RequiredCatalog() const
@@ -153,12 +250,4 @@ pugi::xml_node CatalogDocument::RequiredCatalog() const
 pugi::xml_node CatalogDocument::AppendChild(const char *name)
 {
     return RequiredCatalog().append_child(name);
-}
-
-QStringList CatalogDocument::ChildTexts(const char *name) const
-{
-    QStringList texts;
-    for (const pugi::xml_node child : Catalog().children(name))
-        texts += ElementText(child);
-    return texts;
 }

@@ -3,14 +3,20 @@
 #include "listingindex.h"
 #include "xmlfile.h"
 
+#include <QDate>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
+/// The two lists that a catalog keeps beside its listings, as elements of one name.
+enum class CatalogList { WebSources, RecordingTypes };
+
 /// The one catalog in memory: its tree, its path and whether it differs from its file.
 ///
-/// Elements are handed out as pugi::xml_node; they stay valid until the listing is removed or the document is replaced.
-/// Both are announced before they happen, so that whoever keeps an element can let go of it.
+/// Every change of the tree is an operation of the document, which marks it modified and signals what was changed.
+/// Readers walk the elements themselves: they are handed out as pugi::xml_node and stay valid until the listing is
+/// removed or the document is replaced. Both are signalled before they happen, so that whoever keeps an element can let
+/// go of it.
 class CatalogDocument : public QObject
 {
     Q_OBJECT
@@ -25,17 +31,20 @@ public:
     void SetPath(const QString &path) { m_path = path; }
 
     /// Whether there are edits that the file does not have.
-    bool IsChanged() const { return m_changed; }
-    void SetChanged(bool changed);
+    bool IsModified() const { return m_modified; }
+    /// Counts the document as modified, for commands that do so whether they have changed anything or not.
+    void MarkModified() { SetModified(true); }
+    /// Gives up what was edited: the document is about to be replaced.
+    void DropEdits() { SetModified(false); }
 
-    /// Replaces the document by a file's. When that fails the document is as it was; the path and the changed flag are
+    /// Replaces the document by a file's. When that fails the document is as it was; the path and the modified flag are
     /// not touched either way.
     LoadResult Load(const QString &path);
 
-    /// Replaces the document by an empty one and clears the changed flag, so that it is never saved over a catalog.
+    /// Replaces the document by an empty one and clears the modified flag, so that it is never saved over a catalog.
     void Clear();
 
-    /// Cleans the document, writes it to Path() and clears the changed flag. Throws ProgramError, or gives false when
+    /// Cleans the document, writes it to Path() and clears the modified flag. Throws ProgramError, or gives false when
     /// the clean-up failed, which was reported; the file is then as it was and the flag still set.
     bool Save();
 
@@ -62,26 +71,58 @@ public:
     /// Removes a listing of this catalog.
     void RemoveListing(pugi::xml_node listing);
 
-    /// The texts of the Type and WebSource elements, in document order.
-    QStringList Types() const;
-    QStringList WebSources() const;
-    void AppendType(const QString &name);
+    /// Sets an attribute of a listing, a name of Field.
+    void SetField(pugi::xml_node listing, const char *field, const QString &value);
+
+    /// Sets one of a listing's texts (SetList, Notes, Comment of Element).
+    void SetText(pugi::xml_node listing, const char *element, const QString &text);
+
+    /// Sets the format in which a listing is held. The first one dates the listing, none takes its date away.
+    void SetFormat(pugi::xml_node listing, const QString &format, QDate today);
+
+    /// The texts of a list's elements, in document order.
+    QStringList Entries(CatalogList list) const;
+    /// Appends an entry. Throws ProgramError without a Catalog element.
+    void AddEntry(CatalogList list, const QString &text);
+    /// Gives the first entry of that text another one. Throws ProgramError when there is none, and for a text with an
+    /// apostrophe, which would end it in the query for the entry.
+    void RenameEntry(CatalogList list, const QString &text, const QString &newText);
+    /// Removes the first entry of that text. Throws like RenameEntry.
+    void RemoveEntry(CatalogList list, const QString &text);
+
+    // What looking at a catalog adds to it. It is not what the user edits, and leaves the document as unmodified as it
+    // was.
+
+    /// Gives a listing what showing it takes: a type, and its three texts.
+    void CompleteListing(pugi::xml_node listing);
+    /// Takes in a type that a listing has and the catalog does not know.
+    void SupplyType(const QString &name);
 
 signals:
-    void changedChanged(bool changed);
+    void modifiedChanged(bool modified);
     /// The document is about to be replaced; every element of it dies.
     void aboutToBeReplaced();
+    /// The document was cleaned and written.
+    void saved();
+    void listingAdded(pugi::xml_node listing);
+    /// An attribute (Field) or text (Element) of a listing has another value, or was set to the one it had.
+    void listingEdited(pugi::xml_node listing, const char *name);
     /// A listing is about to be removed.
     void listingAboutToBeRemoved(pugi::xml_node listing);
+    void entriesChanged(CatalogList list);
 
 private:
+    void SetModified(bool modified);
+    void TakeInNew(pugi::xml_node listing);
+    void TellEdited(pugi::xml_node listing, const char *name);
+    void TellEntriesChanged(CatalogList list);
+    pugi::xml_node FindEntry(CatalogList list, const QString &text) const;
     /// The Catalog element; throws ProgramError when there is none.
     pugi::xml_node RequiredCatalog() const;
     pugi::xml_node AppendChild(const char *name);
-    QStringList ChildTexts(const char *name) const;
 
     XmlFile m_file;
     ListingIndex m_index;
     QString m_path;
-    bool m_changed = false;
+    bool m_modified = false;
 };

@@ -1,5 +1,6 @@
 #include "catalogmerge.h"
 
+#include "fields.h"
 #include "listingindex.h"
 #include "modConvertTo12.h"
 #include "modXMLSubs.h"
@@ -36,7 +37,7 @@ void WriteFormat(pugi::xml_node item, pugi::xml_node userItem)
         WriteAttribute(userItem, "FileType", u"1"_s);
     else if (code.contains(u'M'))
         WriteAttribute(userItem, "FileType", u"2"_s);
-    WriteAttribute(item, "Format", FormatNameFromCode(ReadAttribute(userItem, "FileType")));
+    WriteAttribute(item, Field::kFormat, FormatNameFromCode(ReadAttribute(userItem, "FileType")));
 }
 
 void CopyAttribute(pugi::xml_node item, const char *name, pugi::xml_node userItem, const char *userName)
@@ -53,15 +54,17 @@ void WriteMerged(const char *name, pugi::xml_node item, pugi::xml_node userItem)
 /// A listing without a type in either file keeps none; it reads as a concert.
 void MergeItem(pugi::xml_node item, pugi::xml_node userItem)
 {
-    WriteMerged("WrongDate", item, userItem);
-    WriteMerged("Type", item, userItem);
+    WriteMerged(Field::kWrongDate, item, userItem);
+    WriteMerged(Field::kType, item, userItem);
     WriteFormat(item, userItem);
-    CopyAttribute(item, "Seeder", userItem, "Seeder");
-    CopyAttribute(item, "Stored", userItem, "Stored");
-    CopyAttribute(item, "DateAdded", userItem, "Date");
-    for (const char *name : {"Year", "Month", "Day", "Venue", "Show", "Length", "Source", "Grade"})
+    CopyAttribute(item, Field::kSeeder, userItem, Field::kSeeder);
+    CopyAttribute(item, Field::kStored, userItem, Field::kStored);
+    CopyAttribute(item, Field::kDateAdded, userItem, "Date");
+    for (const char *name :
+         {Field::kYear, Field::kMonth, Field::kDay, Field::kVenue, Field::kShow, Field::kLength, Field::kSource,
+          Field::kGrade})
         WriteMerged(name, item, userItem);
-    for (const char *name : {"SetList", "Notes", "Comment"})
+    for (const char *name : {Element::kSetList, Element::kNotes, Element::kComment})
         MergeChild(name, item, userItem);
 }
 
@@ -71,8 +74,8 @@ qint32 MergeListings(pugi::xml_node catalog, pugi::xml_node user)
     ListingIndex userItems;
     userItems.Build(user);
     qint32 highest = 0;
-    for (const pugi::xml_node item : catalog.children("Item")) {
-        const qint32 id = WholeNumber(ReadNumber(item, "ID"));
+    for (const pugi::xml_node item : catalog.children(Element::kItem)) {
+        const qint32 id = WholeNumber(ReadNumber(item, Field::kId));
         highest = qMax(highest, id);
         MergeItem(item, userItems.Find(std::to_string(id)));
     }
@@ -81,11 +84,11 @@ qint32 MergeListings(pugi::xml_node catalog, pugi::xml_node user)
 
 void AppendUsersListings(pugi::xml_node catalog, pugi::xml_node user, double highest)
 {
-    for (const pugi::xml_node userItem : user.children("Item")) {
-        if (!ReadAttribute(userItem, "ID").contains(u'u'))
+    for (const pugi::xml_node userItem : user.children(Element::kItem)) {
+        if (!ReadAttribute(userItem, Field::kId).contains(u'u'))
             continue;
         const pugi::xml_node item = catalog.append_copy(userItem);
-        WriteAttribute(item, "ID", QString::number(WholeNumber(++highest)));
+        WriteAttribute(item, Field::kId, QString::number(WholeNumber(++highest)));
         WriteFormat(item, item);
     }
 }

@@ -1,5 +1,6 @@
 #include "listingindex.h"
 
+#include "fields.h"
 #include "numbers.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace {
 
 QByteArrayView Id(pugi::xml_node listing)
 {
-    return listing.attribute("ID").value();
+    return listing.attribute(Field::kId).value();
 }
 
 double Number(QByteArrayView id)
@@ -35,7 +36,7 @@ void ListingIndex::Clear()
 void ListingIndex::Build(pugi::xml_node catalog)
 {
     Clear();
-    for (const pugi::xml_node listing : catalog.children("Item"))
+    for (const pugi::xml_node listing : catalog.children(Element::kItem))
         Append(listing);
 }
 

@@ -2,6 +2,7 @@
 
 #include "catalogmerge.h"
 #include "failures.h"
+#include "fields.h"
 #include "flatfile.h"
 #include "modXMLSubs.h"
 #include "paths.h"
@@ -85,7 +86,7 @@ std::variant<Input, Refusal> LoadInput(const Files &files)
     auto catalog = LoadXml(files.catalog);
     if (!catalog)
         return Refusal{u"Error reading catalog file."_s};
-    if (!HasRoot(*catalog, "Catalog"))
+    if (!HasRoot(*catalog, Element::kCatalog))
         return Refusal{u"File does not appear to be a valid catalog file."_s};
     if (files.user.isEmpty())
         return Refusal{u"File is already compatible."_s, u"Conversion"_s, UserPrompts::Icon::Information};

@@ -1,6 +1,7 @@
 #include "modXMLSubs.h"
 
 #include "failures.h"
+#include "fields.h"
 #include "numbers.h"
 #include "xmlcheck.h"
 
@@ -182,6 +183,11 @@ QString ReadAttribute(pugi::xml_node element, const char *name)
 double ReadNumber(pugi::xml_node element, const char *name)
 {
     return LeadingNumber(std::string_view(element.attribute(name).value()));
+}
+
+bool IsWrongDate(pugi::xml_node listing)
+{
+    return ReadNumber(listing, Field::kWrongDate) != 0;
 }
 
 void WriteAttribute(pugi::xml_node element, const char *name, const QString &value)

@@ -18,6 +18,9 @@ QString ReadAttribute(pugi::xml_node element, const char *name);
 /// The attribute's numeric value: its leading number, else 0.
 double ReadNumber(pugi::xml_node element, const char *name);
 
+/// Whether a listing is marked as having a wrong date.
+bool IsWrongDate(pugi::xml_node listing);
+
 /// Sets an attribute, made at the end when there is none.
 void WriteAttribute(pugi::xml_node element, const char *name, const QString &value);
 

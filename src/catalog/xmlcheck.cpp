@@ -1,6 +1,7 @@
 #include "xmlcheck.h"
 
 #include "documenttype.h"
+#include "fields.h"
 #include "xmlcursor.h"
 
 #include <QRegularExpression>
@@ -156,7 +157,7 @@ void MarkupReader::OpenElement(std::string_view name)
     ++m_depth;
     m_afterStartTag = true;
     if (m_depth == 2)
-        m_inItem = name == "Item"sv;
+        m_inItem = name == Element::kItem;
 }
 
 bool MarkupReader::ReadEndTag()

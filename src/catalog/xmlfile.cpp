@@ -1,5 +1,6 @@
 #include "xmlfile.h"
 
+#include "fields.h"
 #include "xmlcheck.h"
 
 #include <QFile>
@@ -125,7 +126,7 @@ void SettleWhiteSpace(pugi::xml_node root)
 {
     RemoveLayout(root);
     for (const pugi::xml_node child : root.children()) {
-        if (std::strcmp(child.name(), "Item") != 0) {
+        if (std::strcmp(child.name(), Element::kItem) != 0) {
             KeepWhiteSpace(child);
             continue;
         }

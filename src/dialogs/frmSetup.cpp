@@ -3,7 +3,6 @@
 #include "catalogdocument.h"
 #include "clsResizeLimits.h"
 #include "failures.h"
-#include "modXMLSubs.h"
 #include "paths.h"
 #include "prompts.h"
 #include "showntypes.h"
@@ -12,8 +11,6 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -25,15 +22,6 @@ constexpr QSize kFirstSize(420, 300);
 bool Same(const QString &left, const QString &right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0;
-}
-
-bool HasTextNode(pugi::xml_node element, const QByteArray &text)
-{
-    const auto children = element.children();
-    return std::any_of(children.begin(), children.end(), [&text](pugi::xml_node child) {
-        const bool isText = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
-        return isText && text == child.value();
-    });
 }
 
 QPushButton *MakeButton(const QString &name, const QString &caption, QWidget *parent)
@@ -100,12 +88,12 @@ void frmSetup::Init(Mode mode)
 {
     switch (mode) {
     case WebSources:
-        m_elementName = "WebSource";
+        m_list = CatalogList::WebSources;
         m_noun = u"web source"_s;
         m_prompt = u"Enter address:"_s;
         break;
     case RecordingTypes:
-        m_elementName = "Type";
+        m_list = CatalogList::RecordingTypes;
         m_noun = u"recording type"_s;
         m_prompt = u"Enter type:"_s;
         break;
@@ -119,8 +107,7 @@ void frmSetup::Init(Mode mode)
 void frmSetup::LoadElements()
 {
     Guarded(kModule, "LoadElements", [this] {
-        for (const pugi::xml_node element : m_document.Catalog().children(m_elementName))
-            lst->addItem(ElementText(element));
+        lst->addItems(m_document.Entries(m_list));
         if (lst->count() > 0)
             lst->setCurrentRow(0);
     });
@@ -179,10 +166,7 @@ void frmSetup::Add()
     const QString text = m_prompts.Input(m_prompt, u"New "_s + m_noun, {});
     if (text.isEmpty() || !IsAllowed(text))
         return;
-    pugi::xml_node catalog = m_document.Catalog();
-    if (!catalog)
-        throw ProgramError(Failure::Missing, u"The catalog has no Catalog element"_s);
-    SetElementText(catalog.append_child(m_elementName), text);
+    m_document.AddEntry(m_list, text);
     lst->addItem(text);
     lst->setCurrentRow(lst->count() - 1);
 }
@@ -215,7 +199,7 @@ void frmSetup::Edit()
     const QString text = m_prompts.Input(m_prompt, u"Edit "_s + m_noun, oldText);
     if (text.isEmpty())
         return;
-    SetElementText(FindElement(oldText), text);
+    m_document.RenameEntry(m_list, oldText, text);
     lst->item(row)->setText(text);
 }
 
@@ -229,7 +213,7 @@ void frmSetup::Delete()
         UserPrompts::Buttons::YesNo);
     if (answer != UserPrompts::Answer::Yes)
         return;
-    m_document.Catalog().remove_child(FindElement(lst->item(row)->text()));
+    m_document.RemoveEntry(m_list, lst->item(row)->text());
     delete lst->takeItem(row);
     if (lst->count() > 0)
         lst->setCurrentRow(0);
@@ -239,20 +223,4 @@ int frmSetup::SelectedRow() const
 {
     const auto selected = lst->selectedItems();
     return selected.isEmpty() ? -1 : lst->row(selected.first());
-}
-
-/// The first element that holds the text in one piece. An apostrophe would end the text in the query for it.
-pugi::xml_node frmSetup::FindElement(const QString &text) const
-{
-    if (text.contains(u'\''))
-        throw ProgramError(
-            Failure::BadQuery,
-            u"Not an expression: /Catalog/%1[text()='%2']"_s.arg(QString::fromLatin1(m_elementName), text));
-    const QByteArray wanted = ToXml(text);
-    const auto elements = m_document.Catalog().children(m_elementName);
-    const auto found = std::find_if(
-        elements.begin(), elements.end(), [&wanted](pugi::xml_node element) { return HasTextNode(element, wanted); });
-    if (found == elements.end())
-        throw ProgramError(Failure::Missing, u"No such %1: %2"_s.arg(m_noun, text));
-    return *found;
 }

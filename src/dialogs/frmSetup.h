@@ -1,7 +1,5 @@
 #pragma once
 
-#include <pugixml.hpp>
-
 #include <QDialog>
 #include <QString>
 
@@ -11,6 +9,7 @@ class QPushButton;
 class ShownTypes;
 class UserPrompts;
 class clsResizeLimits;
+enum class CatalogList;
 
 /// Edits one of the two lists that a catalog keeps: its recording types or its web sources. Every change goes into the
 /// document at once; whoever shows the dialog refreshes what depends on the list and marks the catalog changed.
@@ -47,13 +46,12 @@ private:
     bool ListKey(int key);
     bool IsAllowed(const QString &text);
     int SelectedRow() const;
-    pugi::xml_node FindElement(const QString &text) const;
 
     CatalogDocument &m_document;
     const ShownTypes &m_types;
     UserPrompts &m_prompts;
     clsResizeLimits &m_limits;
-    const char *m_elementName = "";
+    CatalogList m_list{};
     QString m_noun;
     QString m_prompt;
 

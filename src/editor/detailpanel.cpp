@@ -59,49 +59,56 @@ DetailPanel::DetailPanel(
     icbFormat->setModel(&m_formats);
     FillTypeList();
     ConnectFields();
-    ConnectTree(trv);
+    ConnectTree();
 }
 
 void DetailPanel::ConnectFields()
 {
+    for (const auto &shown : dateBoxes) {
+        connect(&shown.box, &QComboBox::editTextChanged, this, [this, &shown](const QString &text) {
+            Edit(shown.field.handler, [&] { SetItemAttribute(shown.field.name, text); });
+        });
+    }
+    for (const auto &shown : textBoxes) {
+        connect(&shown.box, &QLineEdit::textChanged, this, [this, &shown](const QString &text) {
+            Edit(shown.field.handler, [&] { SetItemAttribute(shown.field.name, text); });
+        });
+    }
+    for (const auto &shown : noteBoxes) {
+        connect(&shown.box, &NoteBox::textChanged, this, [this, &shown] {
+            Edit(shown.field.handler, [&] { m_document.SetText(m_item, shown.field.name, shown.box.Text()); });
+        });
+    }
     // A choice by a letter key is told by the index alone.
     connect(cboType, &QComboBox::currentIndexChanged, this, &DetailPanel::cboType_Click);
-    connect(cboYear, &QComboBox::editTextChanged, this, &DetailPanel::cboYear_Change);
-    connect(cboMonth, &QComboBox::editTextChanged, this, &DetailPanel::cboMonth_Change);
-    connect(cboDay, &QComboBox::editTextChanged, this, &DetailPanel::cboDay_Change);
-    connect(txtVenue, &QLineEdit::textChanged, this, &DetailPanel::txtVenue_Change);
-    connect(txtShow, &QLineEdit::textChanged, this, &DetailPanel::txtShow_Change);
-    connect(txtLength, &QLineEdit::textChanged, this, &DetailPanel::txtLength_Change);
-    connect(txtSource, &QLineEdit::textChanged, this, &DetailPanel::txtSource_Change);
-    connect(txtGrade, &QLineEdit::textChanged, this, &DetailPanel::txtGrade_Change);
-    connect(txtSeeder, &QLineEdit::textChanged, this, &DetailPanel::txtSeeder_Change);
-    connect(txtStoredIn, &QLineEdit::textChanged, this, &DetailPanel::txtStoredIn_Change);
     connect(icbFormat, &QComboBox::currentIndexChanged, this, &DetailPanel::icbFormat_Click);
     connect(icbFormat, &QComboBox::activated, this, &DetailPanel::icbFormat_Activated);
     connect(chkWrongDate, &QCheckBox::toggled, this, &DetailPanel::chkWrongDate_Click);
     connect(cmdClearDate, &QPushButton::clicked, this, &DetailPanel::cmdClearDate_Click);
-    connect(txtSetList, &NoteBox::textChanged, this, &DetailPanel::txtSetList_Change);
-    connect(txtSetNotes, &NoteBox::textChanged, this, &DetailPanel::txtSetNotes_Change);
-    connect(txtComment, &NoteBox::textChanged, this, &DetailPanel::txtComment_Change);
 }
 
-void DetailPanel::ConnectTree(const QTreeView &trv)
+void DetailPanel::ConnectTree()
 {
-    connect(trv.selectionModel(), &QItemSelectionModel::currentChanged, this, &DetailPanel::trv_NodeClick);
+    const auto showCurrent = [this] { trv_NodeClick(m_trv.currentIndex()); };
+    connect(m_trv.selectionModel(), &QItemSelectionModel::currentChanged, this, &DetailPanel::trv_NodeClick);
     // A reset takes the current node away without a word.
-    connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, [this] { trv_NodeClick(m_trv.currentIndex()); });
+    connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, showCurrent);
     connect(&m_types, &ShownTypes::changed, this, &DetailPanel::FillTypeList);
-    const auto forget = [this] {
-        m_item = {};
-        m_leftField.clear();
-    };
-    connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, forget);
-    // When the window goes, the catalog does so first, and the picker loses its list after that.
-    connect(&m_tree.Model(), &QObject::destroyed, this, forget);
+    // An edit may carry the row out of sight.
+    connect(&m_tree.Model(), &QAbstractItemModel::rowsMoved, this, [this] { m_trv.scrollTo(m_trv.currentIndex()); });
+    // The clean-up takes empty texts away.
+    connect(&m_document, &CatalogDocument::saved, this, showCurrent);
+    connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, &DetailPanel::Forget);
     connect(&m_document, &CatalogDocument::listingAboutToBeRemoved, this, [this](pugi::xml_node listing) {
         if (m_item == listing)
-            m_item = {};
+            Forget();
     });
+}
+
+void DetailPanel::Forget()
+{
+    m_item = {};
+    m_leftField.clear();
 }
 
 void DetailPanel::FillTypeList()
@@ -161,30 +168,20 @@ void DetailPanel::trv_NodeClick(const QModelIndex &node)
 void DetailPanel::Fill(pugi::xml_node item)
 {
     m_item = item;
-    if (!item.attribute("Type"))
-        WriteAttribute(item, "Type", u"Concert"_s);
-    ShowType(ReadAttribute(item, "Type"));
-    icbFormat->setCurrentIndex(m_formats.FindFormat(ReadAttribute(item, "Format")) + 1);
-    setTitle(FrameCaption(ReadAttribute(item, "ID")));
-    ShowDatePart(*cboYear, "Year");
-    ShowDatePart(*cboMonth, "Month");
-    ShowDatePart(*cboDay, "Day");
-    ShowText(*txtVenue, "Venue");
-    ShowText(*txtShow, "Show");
-    ShowText(*txtLength, "Length");
-    ShowText(*txtSource, "Source");
-    ShowText(*txtGrade, "Grade");
-    ShowText(*txtSeeder, "Seeder");
-    ShowText(*txtStoredIn, "Stored");
-    chkWrongDate->setChecked(ReadNumber(item, "WrongDate") != 0);
+    m_document.CompleteListing(item);
+    ShowType(ReadAttribute(item, Field::kType));
+    icbFormat->setCurrentIndex(m_formats.FindFormat(ReadAttribute(item, Field::kFormat)) + 1);
+    setTitle(FrameCaption(ReadAttribute(item, Field::kId)));
+    for (const auto &[field, box] : dateBoxes)
+        ShowDatePart(box, field.name);
+    for (const auto &[field, box] : textBoxes)
+        ShowText(box, field.name);
+    chkWrongDate->setChecked(IsWrongDate(item));
     ShowDateAdded();
-    for (const char *element : {"SetList", "Notes", "Comment"}) {
-        if (!item.child(element))
-            item.append_child(element);
+    for (const auto &[field, box] : noteBoxes) {
+        const QString text = ReadTextElement(item, field.name);
+        ShowNotes(box, field.kind == PanelField::Kind::TrackList ? ParseSetList(text) : text);
     }
-    ShowNotes(*txtSetList, ParseSetList(ReadTextElement(item, "SetList")));
-    ShowNotes(*txtSetNotes, ReadTextElement(item, "Notes"));
-    ShowNotes(*txtComment, ReadTextElement(item, "Comment"));
 }
 
 /// A type that is not in the list is shown all the same.
@@ -223,14 +220,9 @@ void DetailPanel::ShowDatePart(QComboBox &box, const char *attribute) const
 
 void DetailPanel::ShowDateAdded()
 {
-    lblDateAdded->setText(DateText(ReadAttribute(m_item, "DateAdded")));
-    EnableClearDate();
-}
-
-/// A button that is disabled would hand the focus on to the next field, which takes the next press of Space for text.
-void DetailPanel::EnableClearDate()
-{
+    lblDateAdded->setText(DateText(ReadAttribute(m_item, Field::kDateAdded)));
     const bool dated = !lblDateAdded->text().isEmpty();
+    // A disabled button would hand the focus on to the next field, which takes the next press of Space for text.
     if (!dated && cmdClearDate == window()->focusWidget())
         HandFocusToTree();
     cmdClearDate->setEnabled(dated);
@@ -244,9 +236,59 @@ void DetailPanel::ShowNotes(NoteBox &box, const QString &text) const
         box.SetText(text);
 }
 
-bool DetailPanel::IsWrongDate() const
+/// Runs what an edit of a field does; nothing while the panel is filled, or has no listing.
+template<class Procedure>
+void DetailPanel::Edit(const char *handler, Procedure &&procedure)
 {
-    return chkWrongDate->isChecked();
+    if (!m_filling && m_item)
+        Guarded(kModule, handler, std::forward<Procedure>(procedure));
+}
+
+void DetailPanel::SetItemAttribute(const char *name, const QString &value)
+{
+    m_document.SetField(m_item, name, value);
+}
+
+void DetailPanel::cboType_Click()
+{
+    if (cboType->currentIndex() < 0)
+        return;
+    Edit("cboType_Click", [this] {
+        SetItemAttribute(Field::kType, cboType->currentText());
+        trv_NodeClick(m_trv.currentIndex());
+    });
+}
+
+void DetailPanel::chkWrongDate_Click(bool checked)
+{
+    Edit("chkWrongDate_Click", [&] { SetItemAttribute(Field::kWrongDate, checked ? u"1"_s : QString()); });
+}
+
+void DetailPanel::cmdClearDate_Click()
+{
+    Edit("cmdClearDate_Click", [this] {
+        SetItemAttribute(Field::kDateAdded, {});
+        ShowDateAdded();
+    });
+}
+
+void DetailPanel::icbFormat_Click()
+{
+    if (icbFormat->currentIndex() < 0)
+        return;
+    Edit("icbFormat_Click", [this] {
+        m_document.SetFormat(m_item, icbFormat->currentData().toString(), m_today());
+        ShowDateAdded();
+    });
+}
+
+/// The format that is there, chosen again: brings the date added in line like any choice, and is nothing otherwise.
+void DetailPanel::icbFormat_Activated()
+{
+    const bool held = icbFormat->currentIndex() > 0;
+    const bool dated = !lblDateAdded->text().isEmpty();
+    if (held != dated)
+        icbFormat_Click();
 }
 
 int DetailPanel::FormatRow() const

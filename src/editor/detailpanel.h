@@ -19,8 +19,7 @@ class QTreeView;
 class ShownTypes;
 
 /// The right-hand side of the main window: the fields of the selected listing in a frame. Shows the listing that is
-/// current in the tree, and writes every edit into the catalog at once; label, place, picture and totals of its node
-/// follow.
+/// current in the tree, and hands every edit to the document at once.
 ///
 /// Filling the fields writes nothing: only what the user does raises the changed flag.
 class DetailPanel : public QGroupBox, private PanelControls
@@ -47,7 +46,6 @@ public:
 
     /// The listing shown last; null when it is gone.
     pugi::xml_node CurrentItem() const { return m_item; }
-    bool IsWrongDate() const;
 
     /// The row of the format picker.
     int FormatRow() const;
@@ -65,8 +63,9 @@ signals:
 
 private:
     void ConnectFields();
-    void ConnectTree(const QTreeView &trv);
+    void ConnectTree();
     void FillTypeList();
+    void Forget();
     void HandFocusToTree();
     void TakeFocusBack();
 
@@ -76,34 +75,16 @@ private:
     void ShowText(QLineEdit &box, const char *attribute) const;
     void ShowDatePart(QComboBox &box, const char *attribute) const;
     void ShowDateAdded();
-    void EnableClearDate();
     void ShowNotes(NoteBox &box, const QString &text) const;
 
+    template<class Procedure>
+    void Edit(const char *handler, Procedure &&procedure);
     void SetItemAttribute(const char *name, const QString &value);
-    void UpdateListName();
-    void EditName(const char *attribute, const QString &value);
-    void EditNotes(const char *element, const NoteBox &box);
-    void UpdateShowImage();
-
     void cboType_Click();
-    void cboYear_Change(const QString &text) { EditName("Year", text); }
-    void cboMonth_Change(const QString &text) { EditName("Month", text); }
-    void cboDay_Change(const QString &text) { EditName("Day", text); }
-    void txtVenue_Change(const QString &text) { EditName("Venue", text); }
-    void txtShow_Change(const QString &text) { EditName("Show", text); }
-    void txtLength_Change(const QString &text) { EditName("Length", text); }
-    void txtSource_Change(const QString &text) { EditName("Source", text); }
-    void txtGrade_Change(const QString &text) { EditName("Grade", text); }
-    void txtSeeder_Change(const QString &text) { EditName("Seeder", text); }
-    void txtStoredIn_Change(const QString &text);
-    void txtSetList_Change() { EditNotes("SetList", *txtSetList); }
-    void txtSetNotes_Change() { EditNotes("Notes", *txtSetNotes); }
-    void txtComment_Change() { EditNotes("Comment", *txtComment); }
     void chkWrongDate_Click(bool checked);
     void cmdClearDate_Click();
     void icbFormat_Click();
     void icbFormat_Activated();
-    void ClearDate();
 
     CatalogDocument &m_document;
     BrowseTree &m_tree;

@@ -4,6 +4,7 @@
 #include "catalogdocument.h"
 #include "detailpanel.h"
 #include "failures.h"
+#include "modXMLSubs.h"
 #include "prompts.h"
 #include "showntypes.h"
 
@@ -53,9 +54,10 @@ void ListingCommands::mnuFileNewSource_Click()
 void ListingCommands::mnuEditCopyListing_Click()
 {
     Guarded("frm", "mnuEditCopyListing_Click", [this] {
-        if (m_panel.IsWrongDate() && m_prompts.Message(
-                                         u"Are you sure you want to make a copy of a listing marked as a wrong date?"_s,
-                                         u"Verification"_s, Icon::Question, Buttons::YesNo) == Answer::No)
+        if (IsWrongDate(m_panel.CurrentItem()) &&
+            m_prompts.Message(
+                u"Are you sure you want to make a copy of a listing marked as a wrong date?"_s, u"Verification"_s,
+                Icon::Question, Buttons::YesNo) == Answer::No)
             return;
         AddNewShowToList(m_panel.CurrentItem());
     });
@@ -78,12 +80,11 @@ bool ListingCommands::HasNextID() const
 /// A listing that the view options keep out of the tree is in the catalog all the same; nothing else is selected then.
 void ListingCommands::ShowNew(pugi::xml_node listing)
 {
-    m_document.SetChanged(true);
-    const std::optional<BrowseTree::Listing *> node = m_tree.AddShowToTree(listing);
     emit shownCountChanged();
-    if (!node.value_or(nullptr))
+    const BrowseTree::Listing *node = m_tree.FindNode(listing);
+    if (!node)
         return;
-    const QModelIndex index = m_tree.Model().IndexOf(**node);
+    const QModelIndex index = m_tree.Model().IndexOf(*node);
     m_trv.setCurrentIndex(index);
     m_trv.scrollTo(index);
     m_panel.FocusType();
@@ -110,7 +111,6 @@ void ListingCommands::DeleteShow(const QString &key)
             throw ProgramError(Failure::Missing, u"There is no node \"%1\""_s.arg(key));
         const BrowseTree::Group *group = node->group;
         m_document.RemoveListing(node->element);
-        m_document.SetChanged(true);
         // The view goes on to a neighbour; the last listing of a group has none, and the emptied group stays.
         if (!m_trv.currentIndex().isValid())
             m_trv.setCurrentIndex(model.IndexOf(*group));

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "panelfields.h"
+
+#include <vector>
+
 class NoteBox;
 class QCheckBox;
 class QComboBox;
@@ -9,6 +13,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
+class QWidget;
 
 /// The controls of the detail panel with their captions, their place and whatever they do by themselves. They are made
 /// in the order in which Tab goes through them, and belong to the frame.
@@ -16,46 +21,32 @@ struct PanelControls
 {
     explicit PanelControls(QGroupBox &fra);
 
-    QComboBox *cboType;
-    QComboBox *cboYear;
-    QComboBox *cboMonth;
-    QComboBox *cboDay;
-    QLineEdit *txtVenue;
-    QLineEdit *txtShow;
-    QLineEdit *txtLength;
-    QLineEdit *txtSource;
-    QLineEdit *txtGrade;
-    QLineEdit *txtSeeder;
-    QLineEdit *txtStoredIn;
-    QComboBox *icbFormat;
-    QCheckBox *chkWrongDate;
-    QLabel *lblDateAdded;
-    QPushButton *cmdClearDate;
-    NoteBox *txtSetList;
-    NoteBox *txtSetNotes;
-    NoteBox *txtComment;
+    /// A field and the control that shows it.
+    template<class Control>
+    struct Shown
+    {
+        const PanelField &field;
+        Control &box;
+    };
 
-    QLabel *lblType;
-    QLabel *lblYear;
-    QLabel *lblMonth;
-    QLabel *lblDay;
-    QLabel *lblVenue;
-    QLabel *lblShow;
-    QLabel *lblLength;
-    QLabel *lblSource;
-    QLabel *lblGrade;
-    QLabel *lblSeeder;
-    QLabel *lblStoredIn;
-    QLabel *lblFormat;
-    QLabel *lblDateLabel;
-    QLabel *lblSetList;
-    QLabel *lblSetNotes;
-    QLabel *lblComments;
+    std::vector<Shown<QComboBox>> dateBoxes;
+    std::vector<Shown<QLineEdit>> textBoxes;
+    std::vector<Shown<NoteBox>> noteBoxes;
+
+    QComboBox *cboType = nullptr;
+    QComboBox *icbFormat = nullptr;
+    QCheckBox *chkWrongDate = nullptr;
+    QLabel *lblDateAdded = nullptr;
+    QPushButton *cmdClearDate = nullptr;
+    QLabel *lblVenue = nullptr;
+    QLabel *lblShow = nullptr;
+    QLineEdit *txtShow = nullptr;
 
 private:
-    void PrepareCombos();
-    void PrepareDateAdded();
-    void LayOut(QGroupBox &fra);
-    void LayOutFields(QGridLayout &grid);
-    void LayOutBoxes(QVBoxLayout &column);
+    QWidget *MakeControl(QGroupBox &fra, const PanelField &field);
+    void MakeFields(QGroupBox &fra, QGridLayout &grid);
+    void MakeDateAdded(QGroupBox &fra, QGridLayout &grid);
+    void MakeNoteBoxes(QGroupBox &fra, QVBoxLayout &column);
+    void PrepareDateBoxes();
+    void KeepPlaceOfShow();
 };

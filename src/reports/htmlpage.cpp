@@ -2,6 +2,7 @@
 
 #include "atomicfile.h"
 #include "catalogdocument.h"
+#include "fields.h"
 #include "formatregistry.h"
 #include "htmltext.h"
 #include "labels.h"
@@ -117,11 +118,11 @@ void Page::WriteListing(const Listing &listing)
 
     WriteMainRow(element, format);
     if (m_options.setList)
-        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, "SetList"), ",");
+        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, Element::kSetList), ",");
     if (m_options.comments)
-        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, "Comment"), "<br>");
+        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, Element::kComment), "<br>");
     if (m_options.notes)
-        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, "Notes"), "<br>");
+        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, Element::kNotes), "<br>");
     if (m_buffer.size() >= kBufferSize)
         Flush();
 }
@@ -130,13 +131,13 @@ void Page::WriteMainRow(pugi::xml_node element, const QString &format)
 {
     const auto field = [element](const char *name) { return std::string_view(element.attribute(name).value()); };
     BeginRow();
-    Line("    <td>", field("Type"), "</td>");
+    Line("    <td>", field(Field::kType), "</td>");
     Line("    <td nowrap>", ListingDateText(element).toStdString(), "</td>");
-    Line("    <td nowrap>", field("Venue"), "</td>");
-    Line("    <td>", field("Length"), "</td>");
-    Line("    <td>", field("Source"), "</td>");
-    Line("    <td>", field("Grade"), "</td>");
-    Line("    <td>", field("Seeder"), "</td>");
+    Line("    <td nowrap>", field(Field::kVenue), "</td>");
+    Line("    <td>", field(Field::kLength), "</td>");
+    Line("    <td>", field(Field::kSource), "</td>");
+    Line("    <td>", field(Field::kGrade), "</td>");
+    Line("    <td>", field(Field::kSeeder), "</td>");
     if (m_options.format)
         Line("    <td align='center'>", format.toStdString(), "</td>");
     EndRow();

@@ -2,6 +2,7 @@
 
 #include "catalogdocument.h"
 #include "failures.h"
+#include "fields.h"
 
 #include <algorithm>
 #include <string_view>
@@ -22,7 +23,7 @@ pugi::xpath_node_set Select(const pugi::xml_document &document, const QString &q
 
 bool IsListing(pugi::xml_node node)
 {
-    return node.type() == pugi::node_element && std::string_view(node.name()) == "Item";
+    return node.type() == pugi::node_element && std::string_view(node.name()) == Element::kItem;
 }
 
 /// Brings listings into document order by one walk over the catalog; comparing two siblings of many is slow.

@@ -1,5 +1,7 @@
 #include "searchcriteria.h"
 
+#include "fields.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +13,11 @@ QString Capitals(QString text)
 {
     std::ranges::transform(text, text.begin(), [](QChar character) { return character.toUpper(); });
     return text;
+}
+
+QString Attribute(const char *name)
+{
+    return u'@' + QLatin1StringView(name);
 }
 
 } // namespace
@@ -39,22 +46,22 @@ QString BuildSearchQuery(const SearchCriteria &criteria)
     const auto equals = [&](const QString &field, qint32 value) {
         query += EqualsCondition(field, value, criteria.joiner);
     };
-    contains(u"@Type"_s, criteria.type);
-    equals(u"@Year"_s, criteria.year);
-    equals(u"@Month"_s, criteria.month);
-    equals(u"@Day"_s, criteria.day);
-    contains(u"@Venue"_s, criteria.venue);
+    contains(Attribute(Field::kType), criteria.type);
+    equals(Attribute(Field::kYear), criteria.year);
+    equals(Attribute(Field::kMonth), criteria.month);
+    equals(Attribute(Field::kDay), criteria.day);
+    contains(Attribute(Field::kVenue), criteria.venue);
     // What is typed as concert is looked for in the type as well: searches have always worked so.
-    contains(u"@Type"_s, criteria.concert);
-    contains(u"@Length"_s, criteria.length);
-    contains(u"@Source"_s, criteria.source);
-    contains(u"@Grade"_s, criteria.grade);
-    contains(u"@Format"_s, criteria.format);
-    contains(u"@Seeder"_s, criteria.seeder);
-    contains(u"@Stored"_s, criteria.storedIn);
-    contains(u"SetList"_s, criteria.trackList);
-    contains(u"Notes"_s, criteria.notes);
-    contains(u"Comment"_s, criteria.comments);
+    contains(Attribute(Field::kType), criteria.concert);
+    contains(Attribute(Field::kLength), criteria.length);
+    contains(Attribute(Field::kSource), criteria.source);
+    contains(Attribute(Field::kGrade), criteria.grade);
+    contains(Attribute(Field::kFormat), criteria.format);
+    contains(Attribute(Field::kSeeder), criteria.seeder);
+    contains(Attribute(Field::kStored), criteria.storedIn);
+    contains(QLatin1StringView(Element::kSetList), criteria.trackList);
+    contains(QLatin1StringView(Element::kNotes), criteria.notes);
+    contains(QLatin1StringView(Element::kComment), criteria.comments);
     query.chop(criteria.joiner.length() + 1);
     return query + u']';
 }

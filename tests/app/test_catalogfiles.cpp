@@ -106,7 +106,7 @@ private slots:
         f.files.OpenCatalog(bad);
         f.files.OpenCatalog(good);
         f.folder.Write(u"Bad.xml"_s, contents);
-        f.document.SetChanged(true);
+        f.document.MarkModified();
         f.views.Take();
 
         f.prompts.ExpectMessage(title);
@@ -116,7 +116,7 @@ private slots:
         QCOMPARE(f.views.Take(), u"hide disable caption "_s + kOpened);
         QCOMPARE(f.recent.Paths(), QStringList(good));
         QCOMPARE(f.Venue(), u"Good.xml"_s);
-        QVERIFY(!f.document.IsChanged());
+        QVERIFY(!f.document.IsModified());
     }
 
     void theOpenCatalogIsNotTriedForEver()
@@ -154,7 +154,7 @@ private slots:
         const QString old = f.Catalog(u"Shows.xml"_s);
         const QString companion = f.folder.Write(u"Shows User.xml"_s, "<User/>");
         f.files.OpenCatalog(earlier);
-        f.document.SetChanged(true);
+        f.document.MarkModified();
         f.views.Take();
         QStringList asked;
         f.files.SetConverter([&](const QString &catalog, const QString &user) {
@@ -165,7 +165,7 @@ private slots:
         QCOMPARE(asked, QStringList({old, companion}));
         QCOMPARE(f.views.Take(), u"hide disable caption"_s);
         QCOMPARE(f.document.Path(), earlier);
-        QVERIFY(!f.document.IsChanged() && !f.document.Catalog());
+        QVERIFY(!f.document.IsModified() && !f.document.Catalog());
         QCOMPARE(f.recent.Paths(), QStringList(earlier));
         f.prompts.ExpectSaveFile(u"New Catalog"_s, old);
         f.files.mnuFileNewCatalog_Click();
@@ -203,7 +203,7 @@ private slots:
         const QString second = f.Catalog(u"Second.xml"_s);
         f.files.OpenCatalog(first);
         f.document.Catalog().child("Item").attribute("Venue") = "edited";
-        f.document.SetChanged(true);
+        f.document.MarkModified();
 
         f.prompts.ExpectMessage(kSave, answer);
         if (command == "open"_L1) {
@@ -220,7 +220,7 @@ private slots:
         f.prompts.VerifyDone();
         QCOMPARE(f.document.Path(), goesOn ? second : first);
         QCOMPARE(f.folder.Read(u"First.xml"_s).contains("edited"), saved);
-        QCOMPARE(f.document.IsChanged(), changedAfter);
+        QCOMPARE(f.document.IsModified(), changedAfter);
     }
 
     void aSaveThatFailsEndsTheCommand()
@@ -230,13 +230,13 @@ private slots:
         const QString path = f.Catalog(u"gone/Live.xml"_s);
         f.files.OpenCatalog(path);
         QVERIFY(QDir(f.folder.Path(u"gone"_s)).removeRecursively());
-        f.document.SetChanged(true);
+        f.document.MarkModified();
 
         f.prompts.ExpectMessage(kSave, Answer::Yes);
         f.files.mnuFileOpenCatalog_Click();
         QCOMPARE(f.failures, QStringList(u"mnuFileSave_Click"_s));
         QCOMPARE(f.document.Path(), path);
-        QVERIFY(f.document.IsChanged());
+        QVERIFY(f.document.IsModified());
         QVERIFY(f.document.Catalog());
     }
 

@@ -32,7 +32,7 @@ struct Fixture
         settings.LoadINI(folder.Write(u"discbook.ini"_s, "[Shows]\r\n" + typesShown));
         const QString path = folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>");
         document.Load(path);
-        types.LoadTypeMenu(u"Shows"_s, document.Types());
+        types.LoadTypeMenu(u"Shows"_s, document.Entries(CatalogList::RecordingTypes));
     }
 
     BrowseTree::Listing &Listing(const QString &id) { return *tree.Model().FindListing(id); }
@@ -98,7 +98,7 @@ private slots:
                       "  9 v -  [FormatLaserdisc]\n"_s);
         QCOMPARE(f.tree.ShownCount(), 9);
         QCOMPARE(f.tree.Model().Groups()[1]->text, u"1994       ( 1 / 0 / 2 )"_s);
-        QVERIFY(!f.document.IsChanged());
+        QVERIFY(!f.document.IsModified());
 
         QVERIFY(f.tree.LoadShows());
         QCOMPARE(f.tree.Model().Groups()[1]->text, u"1994       ( 1 / 0 / 2 )"_s);
@@ -148,9 +148,9 @@ private slots:
     {
         Fixture f("<Item ID='1' Type='R&amp;B'/><Item ID='2' Type='R&amp;B'/><Item ID='3' Type='concert'/>");
         f.tree.LoadShows();
-        QCOMPARE(f.document.Types(), QStringList({u"R&B"_s, u"concert"_s}));
+        QCOMPARE(f.document.Entries(CatalogList::RecordingTypes), QStringList({u"R&B"_s, u"concert"_s}));
         QCOMPARE(f.types.ShownNames().mid(6), QStringList({u"R&B"_s, u"concert"_s}));
-        QVERIFY(!f.document.IsChanged());
+        QVERIFY(!f.document.IsModified());
     }
 
     void groupsAndListingsHaveKeysOfTheirOwn()

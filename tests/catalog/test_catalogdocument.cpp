@@ -24,7 +24,7 @@ struct Opened
     }
     QByteArray Saved()
     {
-        document.SetChanged(true);
+        document.MarkModified();
         document.Save();
         return folder.Read(u"Shows.xml"_s);
     }
@@ -65,12 +65,12 @@ private slots:
         QFETCH(QByteArray, xml);
         QFETCH(LoadResult, result);
         Opened open("<Catalog><Item ID='1' m='old'/></Catalog>");
-        open.document.SetChanged(true);
+        open.document.MarkModified();
         const QSignalSpy replaced(&open.document, &CatalogDocument::aboutToBeReplaced);
         QCOMPARE(open.document.Load(open.folder.Write(u"Other.xml"_s, xml)), result);
         QCOMPARE(replaced.count(), result == LoadResult::Loaded ? 1 : 0);
         QCOMPARE(open.Found(u"1"_s), result == LoadResult::Loaded ? u"-"_s : u"old"_s);
-        QVERIFY(open.document.IsChanged());
+        QVERIFY(open.document.IsModified());
         QCOMPARE(open.document.Path(), open.folder.Path(u"Shows.xml"_s));
     }
 
@@ -82,13 +82,13 @@ private slots:
         connect(&open.document, &CatalogDocument::listingAboutToBeRemoved, this, [&](pugi::xml_node listing) {
             told += u"removed "_s + ReadAttribute(listing, "m");
         });
-        connect(&open.document, &CatalogDocument::changedChanged, this, [&](bool changed) {
+        connect(&open.document, &CatalogDocument::modifiedChanged, this, [&](bool changed) {
             told += changed ? u"changed"_s : u"unchanged"_s;
         });
         open.LoadFrom("<Catalog><Item ID='1' m='b'/><Item ID='2' m='c'/></Catalog>");
         open.document.RemoveListing(open.document.Listing(u"2"_s));
-        open.document.SetChanged(true);
-        open.document.SetChanged(true);
+        open.document.MarkModified();
+        open.document.MarkModified();
         open.document.Clear();
         QCOMPARE(told, QStringList({u"a"_s, u"removed c"_s, u"changed"_s, u"b"_s, u"unchanged"_s}));
         QVERIFY(!open.document.Catalog());
@@ -195,9 +195,9 @@ private slots:
             QVERIFY2(copy.attribute(name) && ReadAttribute(copy, name).isEmpty(), name);
         const pugi::xml_node added = open.document.AppendListing(u"R&B"_s);
         QCOMPARE(open.document.Listing(u"6"_s), added);
-        open.document.AppendType(u"R&B"_s);
-        QCOMPARE(open.document.Types(), QStringList({u"Video"_s, u"R&B"_s}));
-        QCOMPARE(open.document.WebSources(), QStringList(u"w"_s));
+        open.document.SupplyType(u"R&B"_s);
+        QCOMPARE(open.document.Entries(CatalogList::RecordingTypes), QStringList({u"Video"_s, u"R&B"_s}));
+        QCOMPARE(open.document.Entries(CatalogList::WebSources), QStringList(u"w"_s));
         QCOMPARE(
             open.Saved(),
             R"(<Catalog>
@@ -219,8 +219,8 @@ private slots:
     {
         CatalogDocument document;
         QVERIFY_THROWS_EXCEPTION(ProgramError, document.AppendListing(u"a"_s));
-        QVERIFY_THROWS_EXCEPTION(ProgramError, document.AppendType(u"a"_s));
-        QCOMPARE(document.Types(), QStringList());
+        QVERIFY_THROWS_EXCEPTION(ProgramError, document.SupplyType(u"a"_s));
+        QCOMPARE(document.Entries(CatalogList::RecordingTypes), QStringList());
     }
 
     void saveTellsOfListingsThatItRemoves()
@@ -235,16 +235,16 @@ private slots:
         QCOMPARE(removed, 2);
         QCOMPARE(open.document.NumberOfListings(), 1);
         QVERIFY(!open.document.Listing({}));
-        QVERIFY(!open.document.IsChanged());
+        QVERIFY(!open.document.IsModified());
     }
 
     void failedSaveKeepsTheFlag()
     {
         Opened open("<Catalog><Item ID='1' Venue=''/></Catalog>");
         open.document.SetPath(open.folder.Path(u"gone/Shows.xml"_s));
-        open.document.SetChanged(true);
+        open.document.MarkModified();
         QVERIFY_THROWS_EXCEPTION(ProgramError, open.document.Save());
-        QVERIFY(open.document.IsChanged());
+        QVERIFY(open.document.IsModified());
         QVERIFY(!open.document.Listing(u"1"_s).attribute("Venue"));
         QVERIFY(!QDir(open.folder.Path(u"gone"_s)).exists());
     }

@@ -15,7 +15,7 @@ EditorWindow::EditorWindow(const QByteArray &listings)
           formats.LoadFormats();
           settings.LoadINI(folder.Write(u"discbook.ini"_s, {}));
           document.Load(folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>"));
-          types.LoadTypeMenu(u"Shows"_s, document.Types());
+          types.LoadTypeMenu(u"Shows"_s, document.Entries(CatalogList::RecordingTypes));
           trv.setModel(&tree.Model());
           return *new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
       }()),

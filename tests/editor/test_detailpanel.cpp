@@ -100,7 +100,7 @@ private slots:
         w.fra.setPalette(dark);
         QCoreApplication::processEvents();
         w.types.Toggle(ShownTypes::Bootleg);
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         QCOMPARE(
             w.Item(u"2"_s), uR"(<Item ID="2" Year="1999x" Day="x" Venue="Barn" WrongDate="2" Type="Concert">)"
                             uR"(<Notes>a\nb\\c</Notes><SetList/><Comment/></Item>)"_s);
@@ -156,7 +156,7 @@ private slots:
         Type(w.Field(control), keys);
         QCOMPARE(
             w.Item(u"1"_s), uR"(<Item ID="1" Type="Concert" %1><SetList/><Notes/><Comment/></Item>)"_s.arg(attributes));
-        QCOMPARE(w.document.IsChanged(), !node.isEmpty());
+        QCOMPARE(w.document.IsModified(), !node.isEmpty());
         if (!node.isEmpty())
             QCOMPARE(w.Node(u"1"_s).replace(QRegularExpression(u" \\(.*?/.*?\\) >"_s), u" >"_s), node);
         QCOMPARE(w.CurrentKey(), u"s1"_s);
@@ -199,7 +199,7 @@ private slots:
             QCOMPARE(
                 w.Item(u"1"_s), u"<Item ID=\"1\" Type=\"Album\">%1%2%3</Item>"_s.arg(
                                     element("SetList", name), element("Notes", name), element("Comment", name)));
-            QVERIFY(w.document.IsChanged());
+            QVERIFY(w.document.IsModified());
         }
     }
 
@@ -276,7 +276,7 @@ private slots:
             QVERIFY(!box->hasSelectedText());
         if (focused == &w.trv)
             QTest::keyClicks(focused, u"z "_s);
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
     }
 
     void secondPressOfClearWritesNowhere()
@@ -384,7 +384,7 @@ private slots:
         const bool show = w.Find<QLineEdit>("txtShow").isVisible();
         QCOMPARE(w.Find<QLabel>("lblShow").isVisible(), show);
         QTEST(w.Find<QLabel>("lblVenue").text() + (show ? u" Show"_s : u""_s), "caption");
-        QVERIFY(w.document.IsChanged());
+        QVERIFY(w.document.IsModified());
         QVERIFY(!w.tree.Model().FindGroup(u"y1994"_s));
         QCOMPARE(w.trv.currentIndex().data(BrowseTreeModel::KeyRole), u"s1"_s);
         QVERIFY(w.trv.visualRect(w.trv.currentIndex()).isValid());
@@ -400,7 +400,7 @@ private slots:
         QCOMPARE(box.placeholderText(), u"Radio"_s);
         w.types.Toggle(w.types.Find(u"Radio"_s));
         QCOMPARE(box.currentText(), u"Radio"_s);
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
     }
 
     void wrongDate()
@@ -411,7 +411,7 @@ private slots:
         QTest::keyClick(&box, Qt::Key_Space);
         QVERIFY(w.Item(u"1"_s).contains(uR"(WrongDate="1")"_s));
         QCOMPARE(w.Node(u"1"_s).section(u" > "_s, 1), u"1994-?\?-?\? - Hall (wrong date) [WrongDate]"_s);
-        QVERIFY(w.document.IsChanged());
+        QVERIFY(w.document.IsModified());
         QTest::keyClick(&box, Qt::Key_Space);
         QVERIFY(w.Item(u"1"_s).contains(uR"(WrongDate="")"_s));
         QCOMPARE(w.Node(u"1"_s).section(u" > "_s, 1), u"1994-?\?-?\? - Hall (1.0) [FormatFLAC]"_s);
@@ -485,7 +485,7 @@ private slots:
         QCOMPARE(w.Find<QLabel>("lblDateAdded").text(), dated);
         QCOMPARE(w.Find<QPushButton>("cmdClearDate").isEnabled(), !dated.isEmpty());
         QCOMPARE(
-            w.document.IsChanged(),
+            w.document.IsModified(),
             before != after || QString::fromLatin1(QTest::currentDataTag()) == u"letter around"_s);
     }
 
@@ -504,7 +504,7 @@ private slots:
         w.trv.setFocus();
         for (const char *name : {"cboType", "cboYear", "cboMonth", "cboDay", "icbFormat"})
             TurnWheel(w.Field(QString::fromLatin1(name)));
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         w.Field(u"cboMonth"_s).setFocus();
         TurnWheel(w.Field(u"cboMonth"_s));
         QVERIFY(w.Item(u"1"_s).contains(uR"(Month="8")"_s));
@@ -521,7 +521,7 @@ private slots:
             order.join(u' '),
             u"cboType cboYear cboMonth cboDay txtVenue txtShow txtLength txtSource txtGrade txtSeeder txtStoredIn "
             "icbFormat chkWrongDate cmdClearDate txtSetList txtSetNotes txtComment"_s);
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
     }
 
     void everyFieldHasItsLabel()

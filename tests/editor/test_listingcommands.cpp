@@ -99,7 +99,7 @@ private slots:
             from.setFocus();
             QTest::keyClick(&from, Qt::Key(key), modifiers);
             QTEST(w.CurrentKey(), "end");
-            QVERIFY(!w.document.IsChanged());
+            QVERIFY(!w.document.IsModified());
             QCOMPARE(w.Field(u"txtVenue"_s).isVisible(), !w.tree.Model().GroupAt(w.trv.currentIndex()));
         }
     }
@@ -131,7 +131,7 @@ private slots:
         QTest::keyClick(&venue, Qt::Key_Insert, both);
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::No);
         QTest::keyClick(&venue, Qt::Key_Delete, both);
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::Yes);
         QTest::keyClick(&venue, Qt::Key_Delete, both);
         QCOMPARE(w.document.NumberOfListings(), 5);
@@ -144,7 +144,7 @@ private slots:
         w.commands.mnuFileNewSource_Click();
         QCOMPARE(w.Item(u"7"_s), uR"(<Item ID="7" Type="Album"><SetList/><Notes/><Comment/></Item>)"_s);
         QCOMPARE(w.CurrentKey(), u"s7"_s);
-        QVERIFY(w.document.IsChanged());
+        QVERIFY(w.document.IsModified());
         QCOMPARE(counted.size(), 1);
         QCOMPARE(w.window.focusWidget()->objectName(), u"cboType"_s);
         QVERIFY(w.trv.viewport()->rect().intersects(w.trv.visualRect(w.trv.currentIndex())));
@@ -178,7 +178,7 @@ private slots:
             QCOMPARE(w.prompts.LastAsked().text, refusal);
             QCOMPARE(w.prompts.LastAsked().icon, UserPrompts::Icon::Information);
         }
-        QCOMPARE(w.document.IsChanged(), refusal.isEmpty());
+        QCOMPARE(w.document.IsModified(), refusal.isEmpty());
         QCOMPARE(w.document.NumberOfListings(), refusal.isEmpty() ? 2 : 1);
         QCOMPARE(w.CurrentKey() == u"s2"_s, refusal.isEmpty());
     }
@@ -191,7 +191,7 @@ private slots:
         w.Select(u"9"_s);
         w.prompts.ExpectMessage(u"Verification"_s, Answer::No);
         w.commands.mnuEditCopyListing_Click();
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         w.prompts.ExpectMessage(u"Verification"_s, Answer::Yes);
         w.commands.mnuEditCopyListing_Click();
         const ScriptedPrompts::Asked asked = w.prompts.LastAsked();
@@ -203,7 +203,7 @@ private slots:
             uR"(Stored="b" Format="" DateAdded="" WrongDate="" Other="o">)"
             uR"(<Notes>n</Notes><SetList/><Comment/></Item>)"_s);
         QCOMPARE(w.CurrentKey(), u"s10"_s);
-        QVERIFY(w.document.IsChanged());
+        QVERIFY(w.document.IsModified());
         QCOMPARE(w.window.focusWidget()->objectName(), u"cboType"_s);
         w.commands.mnuEditCopyListing_Click();
         QCOMPARE(w.CurrentKey(), u"s11"_s);
@@ -227,7 +227,7 @@ private slots:
         w.Select(id);
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::No);
         w.commands.mnuEditDeleteListing_Click();
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         const QSignalSpy counted(&w.commands, &ListingCommands::shownCountChanged);
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::Yes);
         w.commands.mnuEditDeleteListing_Click();
@@ -236,7 +236,7 @@ private slots:
         QVERIFY(!w.document.Listing(id));
         QVERIFY(!w.tree.Model().FindListing(id));
         QCOMPARE(w.tree.ShownCount(), 5);
-        QVERIFY(w.document.IsChanged());
+        QVERIFY(w.document.IsModified());
         QCOMPARE(counted.size(), 1);
         QCOMPARE(w.CurrentKey(), selected);
         const bool listing = selected.startsWith(u's');
@@ -302,7 +302,7 @@ private slots:
         w.Select(u"1"_s);
         const QRect row = w.trv.visualRect(w.tree.Model().IndexOf(*w.tree.Model().FindListing(u"3"_s)));
         QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, {row.left() + 60, row.center().y()});
-        QVERIFY(!w.document.IsChanged());
+        QVERIFY(!w.document.IsModified());
         w.Select(u"1"_s);
         QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, {row.left() + 8, row.center().y()});
         QCOMPARE(w.CurrentKey(), u"s3"_s);

@@ -30,7 +30,7 @@ struct Shows
         const QString path = folder.Write(name + QStringLiteral(".xml"), "<Catalog>" + listings + "</Catalog>");
         document.Load(path);
         document.SetPath(path);
-        types.LoadTypeMenu(name, document.Types());
+        types.LoadTypeMenu(name, document.Entries(CatalogList::RecordingTypes));
         tree.LoadShows();
     }
 
