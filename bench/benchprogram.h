@@ -1,13 +1,9 @@
 #pragma once
 
-#include "browsetree.h"
-#include "catalogdocument.h"
-#include "clsINI.h"
 #include "flatfile.h"
-#include "formatregistry.h"
 #include "paths.h"
 #include "prompts.h"
-#include "showntypes.h"
+#include "workspace.h"
 
 #include <QTemporaryDir>
 
@@ -40,19 +36,16 @@ private:
     QTemporaryDir m_dir;
 };
 
-/// Everything between a catalog file and the filled tree model, without the window.
-struct OpenProgram
+struct NoSurroundings
 {
     BenchFolder folder;
     NoPrompts prompts;
-    clsINI settings{prompts};
-    FormatRegistry formats{prompts};
-    CatalogDocument document;
-    ShownTypes types{settings};
-    ViewOptions options;
-    BrowseTree tree{document, formats, types, options};
+};
 
-    OpenProgram()
+/// Everything between a catalog file and the filled tree model, without the window.
+struct OpenProgram : NoSurroundings, Workspace
+{
+    OpenProgram() : Workspace(prompts)
     {
         settings.LoadINI(folder.Path(QStringLiteral("discbook.ini")));
         formats.LoadFormats();
@@ -63,7 +56,7 @@ struct OpenProgram
         if (document.Load(path) != CatalogDocument::LoadResult::Loaded)
             return false;
         document.SetPath(path);
-        types.LoadTypeMenu(FileTitle(path), document.Entries(CatalogList::RecordingTypes));
+        tree.LoadTypeMenu();
         return tree.LoadShows();
     }
 };

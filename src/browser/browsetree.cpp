@@ -5,6 +5,7 @@
 #include "fields.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
+#include "paths.h"
 #include "showntypes.h"
 
 #include <algorithm>
@@ -66,6 +67,11 @@ BrowseTree::BrowseTree(
     connect(&document, &CatalogDocument::listingAdded, this, &BrowseTree::AddShowToTree);
     connect(&document, &CatalogDocument::listingEdited, this, &BrowseTree::FollowEdit);
     connect(&document, &CatalogDocument::listingAboutToBeRemoved, this, &BrowseTree::Forget);
+}
+
+void BrowseTree::LoadTypeMenu()
+{
+    m_types.LoadTypeMenu(FileTitle(m_document.Path()), m_document.Entries(CatalogList::RecordingTypes));
 }
 
 bool BrowseTree::LoadShows()

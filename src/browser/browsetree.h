@@ -28,6 +28,9 @@ public:
     BrowseTreeModel &Model() { return m_model; }
     const BrowseTreeModel &Model() const { return m_model; }
 
+    /// Reads the types anew of which listings are shown: the fixed ones and those of the catalog.
+    void LoadTypeMenu();
+
     /// Rebuilds the whole tree from the document. False when that failed and was reported.
     bool LoadShows();
     /// Rebuilds the tree from these listings alone, and finishes it like a full load.

@@ -1,9 +1,5 @@
-#include "browsetree.h"
-#include "catalogdocument.h"
 #include "modXMLSubs.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "showntypes.h"
+#include "testworkspace.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>
@@ -13,26 +9,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A tree over a small catalog, with FLAC and MP3 as known formats.
-struct Fixture
+struct Fixture : TestWorkspace
 {
-    TestProgramFolder folder;
-    ScriptedPrompts prompts;
-    clsINI settings{prompts};
-    CatalogDocument document;
-    FormatRegistry formats{prompts};
-    ShownTypes types{settings};
-    ViewOptions options;
-    BrowseTree tree{document, formats, types, options};
     QAbstractItemModelTester tester{&tree.Model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
 
     explicit Fixture(const QByteArray &listings, const QByteArray &typesShown = {})
     {
-        folder.Write(u"formats.ini"_s, "[Formats]\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
-        formats.LoadFormats();
-        settings.LoadINI(folder.Write(u"discbook.ini"_s, "[Shows]\r\n" + typesShown));
-        const QString path = folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>");
-        document.Load(path);
-        types.LoadTypeMenu(u"Shows"_s, document.Entries(CatalogList::RecordingTypes));
+        Open(listings, "FLAC=Lossless\r\nMP3=Lossy\r\n", "[Shows]\r\n" + typesShown);
     }
 
     BrowseTree::Listing &Listing(const QString &id) { return *tree.Model().FindListing(id); }

@@ -11,11 +11,7 @@ using namespace Qt::StringLiterals;
 EditorWindow::EditorWindow(const QByteArray &listings)
     : trv(*new BrowseTreeView(&window)),
       fra([this, &listings]() -> DetailPanel & {
-          folder.Write(u"formats.ini"_s, "[Formats]\r\nFLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
-          formats.LoadFormats();
-          settings.LoadINI(folder.Write(u"discbook.ini"_s, {}));
-          document.Load(folder.Write(u"Shows.xml"_s, "<Catalog>" + listings + "</Catalog>"));
-          types.LoadTypeMenu(u"Shows"_s, document.Entries(CatalogList::RecordingTypes));
+          Open(listings, "FLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
           trv.setModel(&tree.Model());
           return *new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
       }()),

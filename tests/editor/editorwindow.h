@@ -1,13 +1,9 @@
 #pragma once
 
-#include "browsetree.h"
-#include "catalogdocument.h"
 #include "detailpanel.h"
 #include "listingcommands.h"
 #include "mainkeys.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "showntypes.h"
+#include "testworkspace.h"
 #include "treemouse.h"
 
 #include <QAction>
@@ -19,18 +15,9 @@
 inline const QRegularExpression kAnyWarning(QStringLiteral("^(?!This plugin does not support)"));
 
 /// A window with tree and panel over a small catalog; FLAC, FLV, MP3 and R&B are known formats. Today is 2024-02-29.
-struct EditorWindow
+struct EditorWindow : TestWorkspace
 {
-    /// Its controls outlive what they show, as they do in the main window.
     QWidget window;
-    TestProgramFolder folder;
-    ScriptedPrompts prompts;
-    clsINI settings{prompts};
-    CatalogDocument document;
-    FormatRegistry formats{prompts};
-    ShownTypes types{settings};
-    ViewOptions options;
-    BrowseTree tree{document, formats, types, options};
     QTreeView &trv;
     DetailPanel &fra;
     ListingCommands commands;
