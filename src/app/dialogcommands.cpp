@@ -12,6 +12,7 @@
 #include "frmViewAsWebpage.h"
 #include "modCreateShortcut.h"
 #include "modHelp.h"
+#include "modaldialog.h"
 #include "prompts.h"
 #include "showntypes.h"
 #include "waitcursor.h"
@@ -35,7 +36,7 @@ void DialogCommands::mnuEditSearch_Click()
 {
     Guarded(kModule, "mnuEditSearch_Click", [this] {
         frmSearch form(m_criteria, m_services.types.ShownNames(), m_services.formats, &m_mainWindow);
-        form.exec();
+        ShowModal(form);
         if (form.Cancelled() || ShowFoundListings())
             return;
         m_services.prompts.Message(
@@ -75,7 +76,7 @@ void DialogCommands::mnuViewAsWebPage_Click()
         frmViewAsWebpage form(
             {m_services.tree.Model(), m_services.document, m_services.formats}, m_services.settings, m_services.prompts,
             &m_mainWindow);
-        form.exec();
+        ShowModal(form);
     });
 }
 
@@ -84,7 +85,7 @@ void DialogCommands::mnuOptionsSetupTypes_Click()
     Guarded(kModule, "mnuOptionsSetupTypes_Click", [this] {
         frmSetup form(m_services.document, m_services.types, m_services.prompts, m_services.limits, &m_mainWindow);
         form.Init(frmSetup::RecordingTypes);
-        form.exec();
+        ShowModal(form);
         emit typesSetUp();
     });
 }
@@ -94,7 +95,7 @@ void DialogCommands::mnuWebSourcesSetup_Click()
     Guarded(kModule, "mnuWebSourcesSetup_Click", [this] {
         frmSetup form(m_services.document, m_services.types, m_services.prompts, m_services.limits, &m_mainWindow);
         form.Init(frmSetup::WebSources);
-        form.exec();
+        ShowModal(form);
         emit webSourcesSetUp();
     });
 }
@@ -111,12 +112,15 @@ void DialogCommands::mnuHelpContents_Click()
 
 void DialogCommands::mnuHelpAbout_Click()
 {
-    Guarded(kModule, "mnuHelpAbout_Click", [this] { frmAbout(&m_mainWindow).exec(); });
+    Guarded(kModule, "mnuHelpAbout_Click", [this] {
+        frmAbout form(&m_mainWindow);
+        ShowModal(form);
+    });
 }
 
 QString DialogCommands::SelectCatalog()
 {
     frmSelectCatalog form(&m_mainWindow);
-    form.exec();
+    ShowModal(form);
     return form.SelectedCatalog();
 }

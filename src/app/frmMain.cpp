@@ -71,6 +71,7 @@ frmMain::frmMain(UserPrompts &prompts, StartUp startUp)
       m_recent(m_settings),
       m_files(m_document, m_recent, prompts, *this),
       m_menu(*menuBar()),
+      m_helpKey(*m_menu.mnuHelpContents),
       m_recentMenu(new RecentMenu(*m_menu.mnuFile, *m_menu.mnuFileDashMRU, *m_menu.mnuFileDashExit, m_recent)),
       m_webSourcesMenu(new WebSourcesMenu(*m_menu.mnuWebSources, *m_menu.mnuWebSourcesDash)),
       m_dialogs(new DialogCommands({m_document, m_tree, m_formats, m_types, m_settings, m_limits, m_prompts}, *this))

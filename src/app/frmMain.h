@@ -6,6 +6,7 @@
 #include "clsINI.h"
 #include "clsResizeLimits.h"
 #include "formatregistry.h"
+#include "helpkey.h"
 #include "mainmenu.h"
 #include "recentcatalogs.h"
 #include "showntypes.h"
@@ -100,6 +101,7 @@ private:
     QTreeView *trv = nullptr;
     DetailPanel *fra = nullptr;
     MainMenu m_menu;
+    HelpKey m_helpKey;
     RecentMenu *m_recentMenu;
     OptionsMenu *m_optionsMenu = nullptr;
     WebSourcesMenu *m_webSourcesMenu;

@@ -125,7 +125,7 @@ void MainMenu::MakeWebSourcesMenu(QMenuBar &bar)
 void MainMenu::MakeHelpMenu(QMenuBar &bar)
 {
     mnuHelp = AddMenu(bar, "mnuHelp", u"&Help"_s);
-    mnuHelpContents = AddItem(*mnuHelp, "mnuHelpContents", u"&Contents"_s, QKeySequence(Qt::Key_F1));
+    mnuHelpContents = AddItem(*mnuHelp, "mnuHelpContents", u"&Contents"_s);
     mnuHelpAbout = AddItem(*mnuHelp, "mnuHelpAbout", u"&About"_s);
 }
 

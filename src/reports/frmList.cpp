@@ -48,7 +48,7 @@ frmList::frmList(const ReportSource &source, const Services &services, QWidget *
       m_services(services)
 {
     setObjectName("frmList"_L1);
-    setWindowModality(Qt::ApplicationModal);
+    setWindowModality(Qt::WindowModal);
     CreateControls();
     Form_Load();
 }

@@ -11,7 +11,7 @@ class clsINI;
 class clsResizeLimits;
 
 /// Shows the labels of one kind of listings and saves them as a text. The list is filled once and does not follow later
-/// edits. While the window is open the others take no input.
+/// edits. While the window is open the one it belongs to takes no input.
 class frmList : public QMainWindow
 {
     Q_OBJECT

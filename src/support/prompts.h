@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// Every question, message and file dialog of the program. The real one (QtPrompts) shows dialogs over the active
-/// window; tests answer from a script.
+/// Every question, message and file dialog of the program. The real one (QtPrompts) shows dialogs; tests answer from a
+/// script.
 class UserPrompts
 {
 public:

@@ -1,6 +1,8 @@
 #include "program.h"
 
 #include <QLineEdit>
+#include <QSignalSpy>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using Answer = UserPrompts::Answer;
@@ -139,6 +141,36 @@ private slots:
         QCOMPARE(program.window->close(), closes);
         QCOMPARE(program.folder.Read(u"Live.xml"_s).contains("Venue=\"yx\""), saved);
         QCOMPARE(program.Settings().contains("[Main]"), closes);
+    }
+
+    void dialogsBlockTheMainWindowAlone()
+    {
+        Program program;
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.Start(u"Live.xml"_s);
+        const QModelIndex current = program.Tree()->currentIndex();
+        QAction &help = *program.Item("mnuHelpContents");
+        help.disconnect();
+        const QSignalSpy helped(&help, &QAction::triggered);
+        QLineEdit beside;
+        beside.show();
+        qsizetype opened = 0;
+        for (const char *command :
+             {"mnuOptionsSetupTypes", "mnuEditSearch", "mnuListType0", "mnuViewAsWebPage", "mnuHelpAbout"}) {
+            QTimer::singleShot(0, &beside, [&] {
+                QWidget *dialog = QApplication::activeModalWidget();
+                QVERIFY2(dialog, command);
+                QTest::keyClick(program.window->windowHandle(), Qt::Key_F3, Qt::ControlModifier);
+                QTest::keyClick(beside.windowHandle(), Qt::Key_X);
+                QTest::keyClick(dialog, Qt::Key_F1);
+                dialog->close();
+            });
+            program.Choose(command);
+            ++opened;
+            QTRY_COMPARE(helped.size(), opened);
+        }
+        QCOMPARE(program.Tree()->currentIndex(), current);
+        QCOMPARE(beside.text(), u"xxxxx"_s);
     }
 
     void layoutFollowsTheWindow()

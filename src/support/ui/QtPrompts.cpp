@@ -1,8 +1,8 @@
 #include "QtPrompts.h"
 
-#include "dialogowner.h"
 #include "modCommonDialog.h"
 #include "modOpenFolder.h"
+#include "modaldialog.h"
 
 #include <QInputDialog>
 #include <QLabel>
@@ -76,7 +76,7 @@ UserPrompts::Answer QtPrompts::Message(const QString &text, const QString &title
     box.setText(WithPlainLineEnds(text));
     box.setIcon(BoxIcon(icon));
     SetButtons(box, buttons);
-    return AnswerOf(box.exec());
+    return AnswerOf(ShowModal(box));
 }
 
 QString QtPrompts::Input(const QString &prompt, const QString &title, const QString &proposed)
@@ -88,7 +88,7 @@ QString QtPrompts::Input(const QString &prompt, const QString &title, const QStr
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog.setTextValue(proposed);
     dialog.findChild<QLineEdit *>()->selectAll();
-    if (dialog.exec() != QDialog::Accepted) {
+    if (ShowModal(dialog) != QDialog::Accepted) {
         return {};
     }
     // Pasted text keeps its line breaks in a line edit; what is asked for is one line.

@@ -5,13 +5,12 @@
 #include <QPointer>
 #include <QWidget>
 
-/// The prompts of the running program: modal dialogs over whatever window is in front. Texts are shown as they are, "<"
-/// and
-/// "&" included.
+/// The prompts of the running program: modal dialogs over the dialog that is open, or else over the main window. Texts
+/// are shown as they are, "<" and "&" included.
 class QtPrompts : public UserPrompts
 {
 public:
-    /// The owner of dialogs while the program has no active window.
+    /// The owner of dialogs while no other dialog is open.
     void SetMainWindow(QWidget *window) { m_mainWindow = window; }
 
     Answer Message(const QString &text, const QString &title, Icon icon, Buttons buttons) override;

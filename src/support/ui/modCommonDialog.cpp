@@ -1,5 +1,6 @@
 #include "modCommonDialog.h"
 
+#include "modaldialog.h"
 #include "paths.h"
 
 #include <QDir>
@@ -39,7 +40,7 @@ void Prepare(QFileDialog &dialog, const UserPrompts::FileRequest &request)
 
 QString Run(QFileDialog &dialog)
 {
-    if (dialog.exec() != QDialog::Accepted) {
+    if (ShowModal(dialog) != QDialog::Accepted) {
         return {};
     }
     return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
@@ -76,7 +77,7 @@ bool MayWrite(QWidget *owner, const QString &title, const QString &path)
         QMessageBox::Yes | QMessageBox::No, owner);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(exists ? QMessageBox::No : QMessageBox::Yes);
-    return box.exec() == QMessageBox::Yes;
+    return ShowModal(box) == QMessageBox::Yes;
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "modGlobal.h"
 
 #include "clsINI.h"
-#include "dialogowner.h"
 #include "failures.h"
 #include "frmError.h"
+#include "modaldialog.h"
 #include "twips.h"
 #include "waitcursor.h"
 
@@ -118,7 +118,7 @@ void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidge
     frmError form(prompts, DialogOwner(mainWindow));
     form.SetInfo(info);
     form.SetDetails(DetailsText(report));
-    form.exec();
+    ShowModal(form);
 }
 
 void SaveFormPosition(QWidget &window, const QString &section, clsINI &settings)

@@ -8,7 +8,7 @@ class clsINI;
 struct FailureReport;
 
 /// The global error handler: shows a report in frmError and waits until it is closed. The mouse pointer becomes the
-/// ordinary one and stays it. `mainWindow` owns the dialog while the program has no active window.
+/// ordinary one and stays it. `mainWindow` owns the dialog while no other is open.
 void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidget *mainWindow = nullptr);
 
 /// Remembers a window's position and size under a section of the settings: nothing for a minimised window, only the

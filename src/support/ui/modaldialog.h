@@ -1,0 +1,11 @@
+#pragma once
+
+class QDialog;
+class QWidget;
+
+/// The window that a new dialog belongs to: the dialog that is open now, else `mainWindow` once it is shown.
+QWidget *DialogOwner(QWidget *mainWindow);
+
+/// Shows a dialog until it is closed, and gives its result. The windows that it belongs to take no input meanwhile; the
+/// help window does.
+int ShowModal(QDialog &dialog);
