@@ -130,6 +130,30 @@ void Step(benchmark::State &state)
     }
 }
 
+void Expand(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    for ([[maybe_unused]] auto run : state) {
+        state.PauseTiming();
+        window.Tree()->collapse(window.Group(0));
+        Window::Paint();
+        state.ResumeTiming();
+        window.Tree()->expand(window.Group(0));
+        Window::Paint();
+    }
+}
+
+void Refresh(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    auto *refresh = window.Find<QAction>(u"mnuEditRefresh"_s);
+    for ([[maybe_unused]] auto run : state) {
+        refresh->trigger();
+        Window::Paint();
+    }
+    window.Tree()->expand(window.Group(0));
+}
+
 void AddAndDelete(benchmark::State &state, const QString &command)
 {
     Window &window = Window::Instance();
@@ -217,6 +241,8 @@ void BareInsertAndRemove(benchmark::State &state)
 
 BENCHMARK(Keystroke)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Step)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Expand)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
+BENCHMARK(Refresh)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 BENCHMARK(Add)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
 BENCHMARK(Copy)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
 BENCHMARK(Delete)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);

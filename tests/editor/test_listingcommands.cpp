@@ -5,10 +5,13 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -293,6 +296,44 @@ private slots:
         QVERIFY(!w.mouse.IsOnPicture({row.left() + 8, row.bottom() + 2}));
         w.SelectKey(u"y1990"_s);
         QVERIFY(!w.mouse.IsOnPicture(w.PicturePoint()));
+    }
+
+    void wideLabels()
+    {
+        QByteArray listings;
+        for (int i = 10; i < 50; ++i)
+            listings += "<Item ID='" + QByteArray::number(i) + "' Type='Album' Venue='" + QByteArray::number(i) + "'/>";
+        EditorWindow w(listings + "<Item ID='1' Type='Album' Venue='&lt;b>wide" + QByteArray(200, 'x') + "'/>");
+        const auto toolTip = [&w](const QPoint &point) {
+            QHelpEvent help(QEvent::ToolTip, point, w.trv.viewport()->mapToGlobal(point));
+            QCoreApplication::sendEvent(w.trv.viewport(), &help);
+            return QToolTip::text();
+        };
+        w.Select(u"10"_s);
+        QCOMPARE(toolTip(w.PicturePoint()), QString());
+        QScrollBar &bar = *w.trv.horizontalScrollBar();
+        QCOMPARE(bar.maximum(), 0);
+
+        // What comes up when the wide label is first seen does not cover it.
+        for (w.trv.setFocus(); w.CurrentKey() != u"s1"_s; QTest::keyClick(&w.trv, Qt::Key_Down))
+            QCoreApplication::processEvents();
+        QTRY_VERIFY(bar.isVisible());
+        QVERIFY(w.trv.viewport()->rect().bottom() >= w.trv.visualRect(w.trv.currentIndex()).bottom());
+        QVERIFY(toolTip(w.PicturePoint()).contains(u"> - &lt;b&gt;widexx"_s));
+
+        bar.setValue(10);
+        QTest::keyClick(&w.trv, Qt::Key_Up);
+        QTest::keyClick(&w.trv, Qt::Key_Down);
+        QCOMPARE(bar.value(), 10);
+        QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, w.PicturePoint());
+        QVERIFY(w.Item(u"1"_s).contains(uR"(Format="FLAC")"_s));
+        QTest::keyClick(&w.trv, Qt::Key_Left);
+        QCOMPARE(w.CurrentKey(), u"Albums"_s);
+        bar.setValue(10);
+        QTest::keyClick(&w.trv, Qt::Key_Left);
+        QVERIFY(!w.trv.isExpanded(w.trv.currentIndex()));
+        w.tree.LoadShows();
+        QTRY_COMPARE(bar.maximum(), 0);
     }
 
     void clickOnThePictureOfAnotherListing()

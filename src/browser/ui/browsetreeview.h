@@ -4,6 +4,9 @@
 
 /// The tree of groups and listings on the screen. The current row is the highlighted one, always, since it is the one
 /// that the panel edits.
+///
+/// Labels wider than the view are scrolled to, by the user alone, and told by a tool tip. The column is as wide as the
+/// widest row that has been painted: measuring all rows would take as long as there are listings.
 class BrowseTreeView : public QTreeView
 {
     Q_OBJECT
@@ -11,9 +14,19 @@ class BrowseTreeView : public QTreeView
 public:
     explicit BrowseTreeView(QWidget *parent);
 
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    void reset() override;
+
 protected:
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
+    int RowWidth(const QModelIndex &row) const;
+    bool IsCut(const QModelIndex &row) const;
+    void ShowLabel(const QModelIndex &row, const QPoint &globalPosition) const;
     void LeaveGroup(const QModelIndex &group);
 };
