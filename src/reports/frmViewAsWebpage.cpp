@@ -59,7 +59,6 @@ void frmViewAsWebpage::CreateControls()
         auto *box = new QCheckBox(captions[static_cast<size_t>(index)]);
         box->setObjectName(u"chkCol%1"_s.arg(index));
         boxes->addWidget(box);
-        connect(box, &QCheckBox::clicked, this, [this, index] { chkCol_Click(index); });
         chkCol[static_cast<size_t>(index)] = box;
     }
 
@@ -75,14 +74,16 @@ void frmViewAsWebpage::CreateControls()
 
 void frmViewAsWebpage::Form_Load()
 {
-    for (QCheckBox *box : chkCol)
+    for (QCheckBox *box : chkCol) {
         box->setChecked(m_settings.ReadLong(kSection, SettingsKey(*box), box->isChecked() ? 1 : 0) != 0);
+        // From here on only: showing a choice does not write it. A screen reader checks a box without a click.
+        connect(box, &QCheckBox::toggled, this, [this, box] { chkCol_Click(*box); });
+    }
 }
 
-void frmViewAsWebpage::chkCol_Click(int index)
+void frmViewAsWebpage::chkCol_Click(const QCheckBox &box)
 {
     Guarded(kModule, "chkCol_Click", [&] {
-        const QCheckBox &box = *chkCol[static_cast<size_t>(index)];
         m_settings.WriteValue(kSection, SettingsKey(box), box.isChecked() ? u"1"_s : u"0"_s);
     });
 }

@@ -24,7 +24,7 @@ public:
 private:
     void CreateControls();
     void Form_Load();
-    void chkCol_Click(int index);
+    void chkCol_Click(const QCheckBox &box);
     void cmdView_Click();
     QString AskForPath(const QString &catalogName);
     void MakePage(const QString &path, const QString &catalogName);
