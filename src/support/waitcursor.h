@@ -15,6 +15,29 @@ public:
     WaitCursor &operator=(const WaitCursor &) = delete;
 };
 
+/// Shows the ordinary pointer while a scope waits for the user, and then as many busy ones as there were.
+class OrdinaryCursor
+{
+public:
+    OrdinaryCursor()
+    {
+        for (; QGuiApplication::overrideCursor() != nullptr; ++m_busy) {
+            QGuiApplication::restoreOverrideCursor();
+        }
+    }
+    ~OrdinaryCursor()
+    {
+        for (; m_busy > 0; --m_busy) {
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        }
+    }
+    OrdinaryCursor(const OrdinaryCursor &) = delete;
+    OrdinaryCursor &operator=(const OrdinaryCursor &) = delete;
+
+private:
+    int m_busy = 0;
+};
+
 /// Gives the ordinary pointer back, however many scopes have asked for the busy one.
 inline void ResetMousePointer()
 {

@@ -2,6 +2,7 @@
 #include "modCommonDialog.h"
 #include "modOpenFolder.h"
 #include "tests.h"
+#include "waitcursor.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -91,10 +92,12 @@ private slots:
     {
         QFETCH(Buttons, buttons);
         QFETCH(int, key);
+        const WaitCursor loading;
         QWidget hidden;
         QtPrompts prompts;
         prompts.SetMainWindow(&hidden);
         WhenOpen<QMessageBox>([key](QMessageBox &box) {
+            QVERIFY(!QGuiApplication::overrideCursor());
             QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
             QCOMPARE(box.windowTitle(), u"Title"_s);
             QCOMPARE(box.icon(), QMessageBox::NoIcon);
@@ -108,6 +111,7 @@ private slots:
             }
         });
         QTEST(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, UserPrompts::Icon::None, buttons), "answer");
+        QVERIFY(QGuiApplication::overrideCursor());
     }
 
     void input_data()

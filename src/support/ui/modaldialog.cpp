@@ -1,5 +1,7 @@
 #include "modaldialog.h"
 
+#include "waitcursor.h"
+
 #include <QApplication>
 #include <QDialog>
 
@@ -15,6 +17,7 @@ QWidget *DialogOwner(QWidget *mainWindow)
 
 int ShowModal(QDialog &dialog)
 {
+    const OrdinaryCursor ordinary;
     dialog.setWindowModality(Qt::WindowModal);
     return dialog.exec();
 }
