@@ -1,52 +1,34 @@
 #include "frmAbout.h"
 #include "frmSelectCatalog.h"
-#include "paths.h"
+#include "programfolder.h"
 #include "tests.h"
 
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QStringList Entries(const QDialog &form)
-{
-    QStringList entries;
-    const auto *lst = form.findChild<QListWidget *>(u"lst"_s);
-    for (int row = 0; row < lst->count(); ++row)
-        entries += lst->item(row)->text();
-    return entries;
-}
-
-} // namespace
 
 class TestSelect : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        SetProgramFolder(m_folder->path());
-    }
-
-    void cleanup() { SetProgramFolder({}); }
-
     void list()
     {
-        MakeFiles({u"b.xml"_s, u"A.XML"_s, u"Ü 100%.xml"_s, u"c.xml.bak"_s, u"notes.txt"_s});
-        QVERIFY(QDir(m_folder->path()).mkdir(u"folder.xml"_s));
+        const TestProgramFolder folder;
+        for (const QString &name :
+             {u"b.xml"_s, u"A.XML"_s, u"Ü 100%.xml"_s, u"c.xml.bak"_s, u"notes.txt"_s, u"folder.xml/file"_s})
+            folder.Write(name, {});
         const frmSelectCatalog form(nullptr);
         QCOMPARE(form.windowTitle(), u"Select Catalog"_s);
-        QCOMPARE(Entries(form), QStringList({u"A.XML"_s, u"b.xml"_s, u"Ü 100%.xml"_s}));
-        QCOMPARE(form.findChild<QListWidget *>(u"lst"_s)->currentRow(), 0);
+        const auto &lst = *form.findChild<QListWidget *>(u"lst"_s);
+        QStringList entries;
+        for (int row = 0; row < lst.count(); ++row)
+            entries += lst.item(row)->text();
+        QCOMPARE(entries, QStringList({u"A.XML"_s, u"b.xml"_s, u"Ü 100%.xml"_s}));
+        QCOMPARE(lst.currentRow(), 0);
         QCOMPARE(form.SelectedCatalog(), QString());
     }
 
@@ -66,24 +48,27 @@ private slots:
     {
         QFETCH(QString, how);
         QFETCH(QString, chosen);
-        MakeFiles({u"a.xml"_s, u"b.xml"_s});
+        const TestProgramFolder folder;
+        folder.Write(u"a.xml"_s, {});
+        folder.Write(u"b.xml"_s, {});
         frmSelectCatalog form(nullptr);
         form.show();
         QVERIFY(QTest::qWaitForWindowActive(&form));
         for (const QString &step : how.split(u' '))
             Do(form, step);
         QVERIFY(!form.isVisible());
-        QCOMPARE(form.SelectedCatalog(), chosen.isEmpty() ? QString() : InFolder(m_folder->path(), chosen));
+        QCOMPARE(form.SelectedCatalog(), chosen.isEmpty() ? QString() : folder.Path(chosen));
     }
 
     void emptyFolder()
     {
+        const TestProgramFolder folder;
         frmSelectCatalog form(nullptr);
         form.show();
         Do(form, u"double"_s);
         QVERIFY(form.isVisible());
         Do(form, u"ok"_s);
-        QCOMPARE(form.SelectedCatalog(), InFolder(m_folder->path(), QString()));
+        QCOMPARE(form.SelectedCatalog(), folder.Path({}));
     }
 
     void about()
@@ -100,14 +85,6 @@ private slots:
     }
 
 private:
-    void MakeFiles(const QStringList &names)
-    {
-        for (const QString &name : names) {
-            QFile file(m_folder->filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
-    }
-
     static void Do(frmSelectCatalog &form, const QString &step)
     {
         auto *lst = form.findChild<QListWidget *>(u"lst"_s);
@@ -130,8 +107,6 @@ private:
         QTest::mouseClick(lst.viewport(), Qt::LeftButton, {}, at);
         QTest::mouseDClick(lst.viewport(), Qt::LeftButton, {}, at);
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 std::unique_ptr<QObject> CreateSelectTest()

@@ -1,7 +1,7 @@
 #include "failures.h"
 #include "frmError.h"
 #include "modGlobal.h"
-#include "paths.h"
+#include "programfolder.h"
 #include "scriptedprompts.h"
 #include "tests.h"
 #include "waitcursor.h"
@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -57,12 +56,6 @@ void ShowAnd(const FailureReport &report, UserPrompts &prompts, Action action)
     QVERIFY(shown);
 }
 
-QByteArray Contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
 /// An object that fails whenever it is told something.
 class FailingObject : public QObject
 {
@@ -83,14 +76,6 @@ class TestErrorForm : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        SetProgramFolder(m_folder->path());
-    }
-
-    void cleanupTestCase() { SetProgramFolder(QString()); }
-
     void texts_data()
     {
         QTest::addColumn<int>("line");
@@ -127,17 +112,19 @@ private slots:
 
     void savedLog()
     {
+        const TestProgramFolder folder;
         ScriptedPrompts prompts;
-        const QString path = m_folder->filePath(u"my.log"_s);
+        const QString path = folder.Path(u"my.log"_s);
         prompts.ExpectSaveFile(u"Save error log"_s, path);
         prompts.ExpectMessage(u"Error report saved"_s);
         ShowAnd(SampleReport(), prompts, [](frmError &form) { Click(form, u"cmdSave"_s); });
         QCOMPARE(
-            Contents(path), QByteArray("Discbook Error\r\n\r\n"
-                                       "Error #4\r\nModule: frmMain\r\nProcedure: LoadShows\r\nLine #12\r\n\r\n"
-                                       "Description: No <Item> & no\r\nnode\u00a0s1\r\nSource: Discbook\r\n\r\n"
-                                       "CallStack:\r\nModule: frmMain\tProc: Form_Load\r\n"
-                                       "Module: frmMain\tProc: LoadShows\r\n"));
+            folder.Read(u"my.log"_s),
+            QByteArray("Discbook Error\r\n\r\n"
+                       "Error #4\r\nModule: frmMain\r\nProcedure: LoadShows\r\nLine #12\r\n\r\n"
+                       "Description: No <Item> & no\r\nnode\u00a0s1\r\nSource: Discbook\r\n\r\n"
+                       "CallStack:\r\nModule: frmMain\tProc: Form_Load\r\n"
+                       "Module: frmMain\tProc: LoadShows\r\n"));
         QCOMPARE(prompts.LastAsked().text, u"Error report saved as: "_s + path);
         QCOMPARE(prompts.LastAsked().icon, UserPrompts::Icon::Information);
     }
@@ -162,9 +149,9 @@ private slots:
     void proposedName()
     {
         QFETCH(QStringList, present);
+        const TestProgramFolder folder;
         for (const QString &name : present) {
-            QFile file(m_folder->filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(QFile(folder.Path(name)).open(QIODevice::WriteOnly)); // not flushed: there are many
         }
         ScriptedPrompts prompts;
         prompts.ExpectSaveFile(u"Save error log"_s, QString());
@@ -172,15 +159,16 @@ private slots:
         Click(form, u"cmdSave"_s);
         const UserPrompts::FileRequest request = prompts.LastAsked().request;
         QTEST(request.proposed, "proposed");
-        QCOMPARE(request.folder, m_folder->path());
+        QCOMPARE(request.folder, ProgramFolder());
         QCOMPARE(request.extension, u"log"_s);
         QCOMPARE(request.filter, u"Log files (*.log)|*.log|All files (*.*)|*.*"_s);
     }
 
     void saveThatFails()
     {
+        const TestProgramFolder folder;
         ScriptedPrompts prompts;
-        prompts.ExpectSaveFile(u"Save error log"_s, m_folder->filePath(u"no/such/folder.log"_s));
+        prompts.ExpectSaveFile(u"Save error log"_s, folder.Path(u"no/such/folder.log"_s));
         QString info;
         const FailureReporter earlier = InstallFailureReporter([&](const FailureReport &report) {
             ShowAnd(report, prompts, [&info](const frmError &form) { info = form.Info(); });
@@ -248,9 +236,6 @@ private slots:
         InstallFailureReporter(earlier);
         QCOMPARE(reported, QStringList({u"modGlobal"_s, u"notify"_s, u"lost"_s, u"Module: modGlobal\tProc: notify"_s}));
     }
-
-private:
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 std::unique_ptr<QObject> CreateErrorFormTest()
