@@ -44,7 +44,7 @@ QString InOneGroup(const QString &path, const QString &target)
 class Window
 {
 public:
-    Window() : m_form(m_prompts, {.arguments = {InOneGroup(catalogPath, m_folder.Path(u"One.xml"_s))}})
+    Window() : m_form(m_workspace, m_prompts, {.arguments = {InOneGroup(catalogPath, m_folder.Path(u"One.xml"_s))}})
     {
         m_form.Form_Load();
         m_form.show();
@@ -101,6 +101,7 @@ private:
 
     BenchFolder m_folder;
     YesPrompts m_prompts;
+    Workspace m_workspace{m_prompts};
     frmMain m_form;
     QTreeView *m_tree = nullptr;
 };

@@ -5,9 +5,12 @@
 #include "paths.h"
 #include "prompts.h"
 #include "recentcatalogs.h"
+#include "treepane.h"
 #include "waitcursor.h"
 
 #include <QFileInfo>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -18,22 +21,22 @@ constexpr auto kFilter = "XML Files (*.xml)|*.xml|All files (*.*)|*.*"_L1;
 
 } // namespace
 
-CatalogFiles::CatalogFiles(CatalogDocument &document, RecentCatalogs &recent, UserPrompts &prompts, CatalogViews &views)
+CatalogFiles::CatalogFiles(CatalogDocument &document, TreePane &pane, RecentCatalogs &recent, UserPrompts &prompts)
     : m_document(document),
+      m_pane(pane),
       m_recent(recent),
-      m_prompts(prompts),
-      m_views(views)
+      m_prompts(prompts)
 {
 }
 
 void CatalogFiles::OpenCatalog(const QString &givenPath)
 {
     const QString path = FullPath(givenPath);
-    m_views.ShowHideInfoFrame(false);
+    emit opening();
     if (!QFileInfo::exists(path))
         FinishInterruptedConversion(path);
     const QString companion = UserFilePath(path);
-    if (m_convert && QFileInfo::exists(companion) && !m_convert(path, companion)) {
+    if (QFileInfo::exists(companion) && !Convert(path, companion)) {
         ReplaceByEmptyDocument();
         return;
     }
@@ -44,12 +47,10 @@ void CatalogFiles::OpenCatalog(const QString &givenPath)
     switch (Load(path)) {
     case CatalogDocument::LoadResult::Loaded:
         m_document.SetPath(path);
-        m_views.EnableCatalogMenus(true);
-        m_views.LoadTypeMenu();
-        m_views.LoadShows();
-        m_views.LoadWebSources();
+        emit opened(true);
+        m_pane.ShowCatalog();
         m_recent.AddToMRU(path);
-        m_views.FocusTree();
+        m_pane.View().setFocus();
         return;
     case CatalogDocument::LoadResult::Unreadable:
         m_prompts.Message(u"Error loading concert data!"_s, ApplicationTitle());
@@ -63,6 +64,19 @@ void CatalogFiles::OpenCatalog(const QString &givenPath)
     GoBack(path);
 }
 
+/// Brings an older catalog of two files up to date. False when it was not done.
+bool CatalogFiles::Convert(const QString &path, const QString &companion)
+{
+    std::optional<WaitCursor> wait;
+    const auto working = [&wait](bool starts) {
+        if (starts)
+            wait.emplace();
+        else
+            wait.reset();
+    };
+    return ConvertFileTo12(path, companion, m_prompts, {.working = working, .stepDone = {}});
+}
+
 CatalogDocument::LoadResult CatalogFiles::Load(const QString &path)
 {
     const WaitCursor wait;
@@ -72,8 +86,7 @@ CatalogDocument::LoadResult CatalogFiles::Load(const QString &path)
 void CatalogFiles::ReplaceByEmptyDocument()
 {
     m_document.Clear();
-    m_views.EnableCatalogMenus(false);
-    m_views.UpdateCaption();
+    emit opened(false);
 }
 
 void CatalogFiles::GoBack(const QString &failedPath)
@@ -103,7 +116,6 @@ void CatalogFiles::mnuFileNewCatalog_Click()
             return;
         CatalogDocument::WriteNewCatalog(path);
         OpenCatalog(path);
-        m_views.UpdateCaption();
         // Also when nothing was opened, since the conversion of its companion was declined.
         if (m_recent.Paths().value(0) != path)
             m_recent.AddToMRU(path);
@@ -138,16 +150,10 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
 
 bool CatalogFiles::mnuFileSave_Click()
 {
-    const auto saved = Guarded(kModule, "mnuFileSave_Click", [this] {
+    return Guarded(kModule, "mnuFileSave_Click", [this] {
         const WaitCursor wait;
-        if (!m_document.Save())
-            return false;
-        m_views.RefillPanel();
-        // A listing without any content leaves the catalog, and the tree, when it is saved.
-        m_views.UpdateCaption();
-        return true;
+        m_document.Save();
     });
-    return saved.value_or(false);
 }
 
 bool CatalogFiles::OfferToSave()

@@ -1,6 +1,5 @@
 #include "dialogcommands.h"
 
-#include "browsetree.h"
 #include "catalogdocument.h"
 #include "failures.h"
 #include "findlistings.h"
@@ -15,6 +14,7 @@
 #include "modaldialog.h"
 #include "prompts.h"
 #include "showntypes.h"
+#include "treepane.h"
 #include "waitcursor.h"
 
 using namespace Qt::StringLiterals;
@@ -41,7 +41,7 @@ void DialogCommands::mnuEditSearch_Click()
             return;
         m_services.prompts.Message(
             u"No matches were found."_s, u"No matches"_s, UserPrompts::Icon::Information, UserPrompts::Buttons::Ok);
-        emit nothingFound();
+        m_services.pane.ShowAll();
     });
 }
 
@@ -49,17 +49,15 @@ void DialogCommands::mnuEditSearch_Click()
 bool DialogCommands::ShowFoundListings()
 {
     const WaitCursor wait;
-    emit searchStarts();
-    m_services.tree.LoadShowList(FindListings(m_services.document, BuildSearchQuery(m_criteria)));
-    emit searchFinished();
-    return m_services.tree.Model().rowCount() > 0;
+    m_services.pane.ShowNothing();
+    return m_services.pane.ShowFound(FindListings(m_services.document, BuildSearchQuery(m_criteria)));
 }
 
 void DialogCommands::mnuListType_Click(ListKind kind)
 {
     Guarded(kModule, "mnuListType_Click", [&] {
         auto *form = new frmList(
-            {m_services.tree.Model(), m_services.document, m_services.formats},
+            {m_services.tree, m_services.document, m_services.formats},
             {m_services.settings, m_services.limits, m_services.prompts}, &m_mainWindow);
         form->setAttribute(Qt::WA_DeleteOnClose);
         {
@@ -74,7 +72,7 @@ void DialogCommands::mnuViewAsWebPage_Click()
 {
     Guarded(kModule, "mnuViewAsWebPage_Click", [this] {
         frmViewAsWebpage form(
-            {m_services.tree.Model(), m_services.document, m_services.formats}, m_services.settings, m_services.prompts,
+            {m_services.tree, m_services.document, m_services.formats}, m_services.settings, m_services.prompts,
             &m_mainWindow);
         ShowModal(form);
     });
@@ -86,7 +84,8 @@ void DialogCommands::mnuOptionsSetupTypes_Click()
         frmSetup form(m_services.document, m_services.types, m_services.prompts, m_services.limits, &m_mainWindow);
         form.Init(frmSetup::RecordingTypes);
         ShowModal(form);
-        emit typesSetUp();
+        m_services.pane.ShowCatalog();
+        m_services.document.MarkModified();
     });
 }
 
@@ -96,7 +95,7 @@ void DialogCommands::mnuWebSourcesSetup_Click()
         frmSetup form(m_services.document, m_services.types, m_services.prompts, m_services.limits, &m_mainWindow);
         form.Init(frmSetup::WebSources);
         ShowModal(form);
-        emit webSourcesSetUp();
+        m_services.document.MarkModified();
     });
 }
 

@@ -5,17 +5,18 @@
 #include <QObject>
 #include <QString>
 
-class BrowseTree;
+class BrowseTreeModel;
 class CatalogDocument;
 class FormatRegistry;
 class QWidget;
 class ShownTypes;
+class TreePane;
 class UserPrompts;
 class clsINI;
 class clsResizeLimits;
 enum class ListKind;
 
-/// The commands that open a dialog over the main window. What follows from a dialog is told by signals.
+/// The commands that open a dialog over the main window, with what follows from it.
 class DialogCommands : public QObject
 {
     Q_OBJECT
@@ -24,7 +25,8 @@ public:
     struct Services
     {
         CatalogDocument &document;
-        BrowseTree &tree;
+        TreePane &pane;
+        const BrowseTreeModel &tree;
         FormatRegistry &formats;
         const ShownTypes &types;
         clsINI &settings;
@@ -46,17 +48,6 @@ public:
 
     /// Offers the catalogs of the program's folder; "" when none was chosen.
     QString SelectCatalog();
-
-signals:
-    /// A search is about to empty the tree.
-    void searchStarts();
-    /// The tree holds what a search has found.
-    void searchFinished();
-    /// A search has found nothing, which the user was told.
-    void nothingFound();
-    /// The setup dialog was closed.
-    void typesSetUp();
-    void webSourcesSetUp();
 
 private:
     bool ShowFoundListings();

@@ -1,6 +1,5 @@
 #include "frmMain.h"
 
-#include "browsetreeview.h"
 #include "commandline.h"
 #include "detailpanel.h"
 #include "dialogcommands.h"
@@ -16,16 +15,16 @@
 #include "prompts.h"
 #include "recentmenu.h"
 #include "treemouse.h"
+#include "treepane.h"
 #include "twips.h"
-#include "waitcursor.h"
 #include "websourcesmenu.h"
+#include "workspace.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -61,36 +60,21 @@ QIcon ProgramIcon()
 
 } // namespace
 
-frmMain::frmMain(UserPrompts &prompts, StartUp startUp)
-    : m_prompts(prompts),
+frmMain::frmMain(Workspace &workspace, UserPrompts &prompts, StartUp startUp)
+    : m_workspace(workspace),
+      m_prompts(prompts),
       m_startUp(std::move(startUp)),
-      m_settings(prompts),
-      m_formats(prompts),
-      m_types(m_settings),
-      m_tree(m_document, m_formats, m_types, m_options),
-      m_recent(m_settings),
-      m_files(m_document, m_recent, prompts, *this),
+      m_recent(workspace.settings),
       m_menu(*menuBar()),
-      m_helpKey(*m_menu.mnuHelpContents),
-      m_recentMenu(new RecentMenu(*m_menu.mnuFile, *m_menu.mnuFileDashMRU, *m_menu.mnuFileDashExit, m_recent)),
-      m_webSourcesMenu(new WebSourcesMenu(*m_menu.mnuWebSources, *m_menu.mnuWebSourcesDash)),
-      m_dialogs(new DialogCommands({m_document, m_tree, m_formats, m_types, m_settings, m_limits, m_prompts}, *this))
+      m_helpKey(*m_menu.mnuHelpContents)
 {
     setObjectName("frmMain"_L1);
     setWindowTitle(ApplicationTitle());
     QApplication::setWindowIcon(ProgramIcon());
     MakeControls();
+    MakeCommands();
     ConnectCommands();
-    m_files.SetConverter([this](const QString &catalog, const QString &user) {
-        std::optional<WaitCursor> wait;
-        const auto working = [&wait](bool starts) {
-            if (starts)
-                wait.emplace();
-            else
-                wait.reset();
-        };
-        return ConvertFileTo12(catalog, user, m_prompts, {.working = working, .stepDone = {}});
-    });
+    resize(kDesignSize);
 }
 
 frmMain::~frmMain() = default;
@@ -100,18 +84,24 @@ void frmMain::MakeControls()
     auto *client = new QWidget(this);
     client->installEventFilter(this);
     setCentralWidget(client);
+    m_pane = new TreePane(m_workspace.tree, *client);
+    fra = new DetailPanel(
+        m_workspace.document, m_workspace.tree, m_workspace.formats, m_workspace.types, m_pane->View(), client);
+}
 
-    trv = new BrowseTreeView(client);
-    trv->setObjectName("trv"_L1);
-    trv->setAccessibleName(u"Listings"_s);
-    trv->setModel(&m_tree.Model());
-
-    fra = new DetailPanel(m_document, m_tree, m_formats, m_types, *trv, client);
-    m_commands = std::make_unique<ListingCommands>(m_document, m_tree, m_types, *fra, *trv, m_prompts);
-    m_keys = std::make_unique<MainKeys>(*trv, m_tree.Model(), *m_menu.mnuEditCopyListing, *m_menu.mnuEditDeleteListing);
-    m_mouse = std::make_unique<TreeMouse>(*trv, m_tree.Model(), m_formats, *fra);
-    m_optionsMenu = new OptionsMenu(m_menu, m_settings, m_options, m_types, m_tree, *trv);
-    resize(kDesignSize);
+void frmMain::MakeCommands()
+{
+    auto &[settings, formats, document, types, options, tree] = m_workspace;
+    QTreeView &trv = m_pane->View();
+    m_files = std::make_unique<CatalogFiles>(document, *m_pane, m_recent, m_prompts);
+    m_commands = std::make_unique<ListingCommands>(document, tree, types, *fra, trv, m_prompts);
+    m_keys = std::make_unique<MainKeys>(trv, tree.Model(), *m_menu.mnuEditCopyListing, *m_menu.mnuEditDeleteListing);
+    m_mouse = std::make_unique<TreeMouse>(trv, tree.Model(), formats, *fra);
+    m_dialogs =
+        new DialogCommands({document, *m_pane, tree.Model(), formats, types, settings, m_limits, m_prompts}, *this);
+    m_optionsMenu = new OptionsMenu(m_menu, settings, options, types, tree, *m_pane);
+    m_recentMenu = new RecentMenu(*m_menu.mnuFile, *m_menu.mnuFileDashMRU, *m_menu.mnuFileDashExit, m_recent);
+    m_webSourcesMenu = new WebSourcesMenu(*m_menu.mnuWebSources, *m_menu.mnuWebSourcesDash, document);
 }
 
 void frmMain::ConnectCommands()
@@ -119,29 +109,26 @@ void frmMain::ConnectCommands()
     ConnectFileMenu();
     ConnectEditMenu();
     ConnectDialogs();
-
-    connect(m_optionsMenu, &OptionsMenu::reloadWanted, this, [this] { LoadShows(); });
-    connect(m_optionsMenu, &OptionsMenu::typesChosen, this, &frmMain::ReloadTypes);
     connect(m_webSourcesMenu, &WebSourcesMenu::chosen, this, [this](const QString &address) {
         m_prompts.OpenWithDefaultProgram(address);
     });
     connect(fra, &DetailPanel::listingSelected, this, &frmMain::EnableListingCommands);
-    connect(m_commands.get(), &ListingCommands::shownCountChanged, this, [this] { UpdateCaption(); });
-    connect(trv, &QTreeView::collapsed, this, &frmMain::trv_Collapse);
-    connect(trv, &QTreeView::expanded, this, &frmMain::trv_Expand);
+    connect(m_pane, &TreePane::shownCountChanged, this, &frmMain::UpdateCaption);
+    connect(m_files.get(), &CatalogFiles::opening, fra, [this] { fra->ShowHideInfoFrame(false); });
+    connect(m_files.get(), &CatalogFiles::opened, this, &frmMain::EnableCatalogMenus);
     EnableListingCommands(false);
 }
 
 void frmMain::ConnectFileMenu()
 {
     OnClick(m_menu.mnuFileNewSource, [this] { m_commands->mnuFileNewSource_Click(); });
-    OnClick(m_menu.mnuFileNewCatalog, [this] { m_files.mnuFileNewCatalog_Click(); });
-    OnClick(m_menu.mnuFileOpenCatalog, [this] { m_files.mnuFileOpenCatalog_Click(); });
-    OnClick(m_menu.mnuFileSave, [this] { m_files.mnuFileSave_Click(); });
+    OnClick(m_menu.mnuFileNewCatalog, [this] { m_files->mnuFileNewCatalog_Click(); });
+    OnClick(m_menu.mnuFileOpenCatalog, [this] { m_files->mnuFileOpenCatalog_Click(); });
+    OnClick(m_menu.mnuFileSave, [this] { m_files->mnuFileSave_Click(); });
     OnClick(m_menu.mnuFileMakeCatalogShortcut, [this] { m_dialogs->mnuFileMakeCatalogShortcut_Click(); });
     OnClick(m_menu.mnuFileExit, [this] { close(); });
-    connect(m_recentMenu, &RecentMenu::chosen, this, [this](const QString &path) { m_files.mnuFileMRU_Click(path); });
-    connect(&m_document, &CatalogDocument::modifiedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
+    connect(m_recentMenu, &RecentMenu::chosen, this, [this](const QString &path) { m_files->mnuFileMRU_Click(path); });
+    connect(&m_workspace.document, &CatalogDocument::modifiedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
     m_menu.mnuFileSave->setEnabled(false);
 }
 
@@ -151,7 +138,7 @@ void frmMain::ConnectEditMenu()
     OnClick(m_menu.mnuEditSelectAll, [this] { m_commands->mnuEditSelectAll_Click(); });
     OnClick(m_menu.mnuEditCopyListing, [this] { m_commands->mnuEditCopyListing_Click(); });
     OnClick(m_menu.mnuEditDeleteListing, [this] { m_commands->mnuEditDeleteListing_Click(); });
-    OnClick(m_menu.mnuEditRefresh, [this] { LoadShows(); });
+    OnClick(m_menu.mnuEditRefresh, [this] { m_pane->ShowAll(); });
 }
 
 void frmMain::ConnectDialogs()
@@ -163,22 +150,6 @@ void frmMain::ConnectDialogs()
     OnClick(m_menu.mnuWebSourcesSetup, [this] { m_dialogs->mnuWebSourcesSetup_Click(); });
     OnClick(m_menu.mnuHelpContents, [this] { m_dialogs->mnuHelpContents_Click(); });
     OnClick(m_menu.mnuHelpAbout, [this] { m_dialogs->mnuHelpAbout_Click(); });
-
-    connect(m_dialogs, &DialogCommands::searchStarts, this, [this] {
-        m_tree.Model().Clear();
-        ShowHideInfoFrame(false);
-        UpdateCaption();
-    });
-    connect(m_dialogs, &DialogCommands::searchFinished, this, &frmMain::ShowLoadedTree);
-    connect(m_dialogs, &DialogCommands::nothingFound, this, [this] { LoadShows(); });
-    connect(m_dialogs, &DialogCommands::typesSetUp, this, [this] {
-        ReloadTypes();
-        m_document.MarkModified();
-    });
-    connect(m_dialogs, &DialogCommands::webSourcesSetUp, this, [this] {
-        LoadWebSources();
-        m_document.MarkModified();
-    });
 }
 
 template<class Command>
@@ -195,12 +166,12 @@ void frmMain::Form_Load()
             m_limits.AddLimits(*this, width(), height(), 0, 0, true);
     });
     step([this] { FindHelpFile(); });
-    step([this] { m_settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s)); });
+    step([this] { m_workspace.settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s)); });
     step([this] {
         m_optionsMenu->LoadSettings();
         m_menu.AddShortcutTexts();
     });
-    step([this] { m_formats.LoadFormats(); });
+    step([this] { m_workspace.formats.LoadFormats(); });
     step([this] {
         EnableCatalogMenus(false);
         m_recent.Load();
@@ -208,8 +179,8 @@ void frmMain::Form_Load()
     step([] { FinishInterruptedConversions(ProgramFolder()); });
     step([this] { OpenFirstCatalog(); });
     step([this] {
-        ShowHideInfoFrame(false);
-        LoadFormPosition(*this, kPositionSection, m_settings);
+        fra->ShowHideInfoFrame(false);
+        LoadFormPosition(*this, kPositionSection, m_workspace.settings);
     });
 }
 
@@ -227,9 +198,9 @@ void frmMain::OpenFirstCatalog()
 {
     QString path = CatalogFromCommandLine(m_startUp.arguments);
     if (path.isEmpty() && m_menu.mnuOptionsOpenMRUOnStartup->isChecked())
-        path = m_settings.ReadString(u"MRU"_s, u"0"_s);
+        path = m_workspace.settings.ReadString(u"MRU"_s, u"0"_s);
     if (!path.isEmpty())
-        m_files.OpenCatalog(path);
+        m_files->OpenCatalog(path);
 }
 
 bool frmMain::event(QEvent *event)
@@ -244,10 +215,10 @@ bool frmMain::event(QEvent *event)
 void frmMain::Form_Activate()
 {
     Guarded(kModule, "Form_Activate", [this] {
-        if (!m_document.Path().isEmpty() || FilesInFolder(ProgramFolder(), u"*.xml"_s).isEmpty())
+        if (!m_workspace.document.Path().isEmpty() || FilesInFolder(ProgramFolder(), u"*.xml"_s).isEmpty())
             return;
         if (const QString path = m_dialogs->SelectCatalog(); !path.isEmpty())
-            m_files.OpenCatalog(path);
+            m_files->OpenCatalog(path);
     });
 }
 
@@ -265,11 +236,11 @@ void frmMain::closeEvent(QCloseEvent *event)
 
 bool frmMain::Form_Unload()
 {
-    const auto mayClose = Guarded(kModule, "Form_Unload", [this] { return m_files.OfferToSave(); });
+    const auto mayClose = Guarded(kModule, "Form_Unload", [this] { return m_files->OfferToSave(); });
     if (!mayClose.value_or(false))
         return false;
     Guarded(kModule, "Form_Unload", [this] {
-        SaveFormPosition(*this, kPositionSection, m_settings);
+        SaveFormPosition(*this, kPositionSection, m_workspace.settings);
         m_limits.RemoveAllLimits();
     });
     return true;
@@ -288,7 +259,7 @@ void frmMain::Form_Resize()
         const int height = centralWidget()->height() - margin - PixelsFromTwips(kTreeBottomMargin);
         const int frameLeft = centralWidget()->width() - margin - frameWidth;
         fra->setGeometry(frameLeft, margin, frameWidth, height);
-        trv->setGeometry(margin, margin, frameLeft - 2 * margin, height);
+        m_pane->View().setGeometry(margin, margin, frameLeft - 2 * margin, height);
     });
 }
 
@@ -300,94 +271,34 @@ void frmMain::KeepSmallestSize()
         resize(wanted);
 }
 
-void frmMain::ShowHideInfoFrame(bool show)
-{
-    fra->ShowHideInfoFrame(show);
-}
-
 void frmMain::EnableCatalogMenus(bool enable)
 {
-    trv->setEnabled(enable);
+    m_pane->View().setEnabled(enable);
     for (QMenu *menu : {m_menu.mnuEdit, m_menu.mnuOptions, m_menu.mnuView, m_menu.mnuWebSources})
         menu->setEnabled(enable);
     // The key of a command works although its menu is disabled, so those that have one are switched themselves.
     for (QAction *item :
          {m_menu.mnuFileNewSource, m_menu.mnuFileMakeCatalogShortcut, m_menu.mnuEditSearch, m_menu.mnuEditRefresh})
         item->setEnabled(enable);
-}
-
-void frmMain::LoadTypeMenu()
-{
-    m_types.LoadTypeMenu(FileTitle(m_document.Path()), m_document.Entries(CatalogList::RecordingTypes));
-}
-
-void frmMain::ReloadTypes()
-{
-    LoadTypeMenu();
-    LoadShows();
-}
-
-void frmMain::LoadShows()
-{
-    const WaitCursor wait;
-    m_tree.LoadShows();
-    ShowLoadedTree();
-}
-
-void frmMain::ShowLoadedTree()
-{
-    trv->setCurrentIndex(m_tree.Model().index(0, 0));
+    m_webSourcesMenu->LoadWebSources();
     UpdateCaption();
-}
-
-void frmMain::LoadWebSources()
-{
-    Guarded(kModule, "LoadWebSources", [this] { m_webSourcesMenu->Load(m_document.Entries(CatalogList::WebSources)); });
 }
 
 void frmMain::UpdateCaption()
 {
     QString caption = ApplicationTitle();
-    if (trv->isEnabled())
-        caption += u": "_s + FileTitle(m_document.Path());
-    if (const qsizetype shown = m_tree.ShownCount(); shown > 0)
+    if (m_pane->View().isEnabled())
+        caption += u": "_s + FileTitle(m_workspace.document.Path());
+    if (const qsizetype shown = m_workspace.tree.ShownCount(); shown > 0)
         caption += u" (Showing %1 Items)"_s.arg(shown);
     setWindowTitle(caption);
-}
-
-void frmMain::RefillPanel()
-{
-    fra->trv_NodeClick(trv->currentIndex());
 }
 
 void frmMain::EnableListingCommands(bool listing)
 {
     // Nothing is copied or deleted through a filtered view.
-    const bool unfiltered = m_options.filter == ViewFilter::All;
+    const bool unfiltered = m_workspace.options.filter == ViewFilter::All;
     m_menu.mnuEditSelectAll->setEnabled(listing);
     m_menu.mnuEditCopyListing->setEnabled(listing && unfiltered);
     m_menu.mnuEditDeleteListing->setEnabled(listing && unfiltered);
-}
-
-void frmMain::FocusTree()
-{
-    if (trv->isEnabled())
-        trv->setFocus();
-}
-
-void frmMain::trv_Collapse(const QModelIndex &node)
-{
-    ChangeGroupPicture(node, u"Open"_s, u"Closed"_s);
-}
-
-void frmMain::trv_Expand(const QModelIndex &node)
-{
-    ChangeGroupPicture(node, u"Closed"_s, u"Open"_s);
-}
-
-void frmMain::ChangeGroupPicture(const QModelIndex &node, const QString &from, const QString &to)
-{
-    BrowseTree::Group *group = m_tree.Model().GroupAt(node);
-    if (group && group->picture == from)
-        m_tree.Model().SetPicture(*group, to);
 }

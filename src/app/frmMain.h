@@ -1,15 +1,10 @@
 #pragma once
 
-#include "browsetree.h"
-#include "catalogdocument.h"
 #include "catalogfiles.h"
-#include "clsINI.h"
 #include "clsResizeLimits.h"
-#include "formatregistry.h"
 #include "helpkey.h"
 #include "mainmenu.h"
 #include "recentcatalogs.h"
-#include "showntypes.h"
 
 #include <QMainWindow>
 #include <QStringList>
@@ -21,15 +16,15 @@ class DialogCommands;
 class ListingCommands;
 class MainKeys;
 class OptionsMenu;
-class QTreeView;
 class RecentMenu;
 class TreeMouse;
+class TreePane;
 class UserPrompts;
 class WebSourcesMenu;
+struct Workspace;
 
-/// The main window. Owns the catalog, the settings and the formats for the whole run, and connects menus, tree and
-/// panel to the rooms that do the work.
-class frmMain : public QMainWindow, private CatalogViews
+/// The main window. Connects menus, tree and panel to the rooms that do the work.
+class frmMain : public QMainWindow
 {
     Q_OBJECT
 
@@ -40,8 +35,8 @@ public:
         bool sizeLimits = true; ///< false: the window itself keeps its smallest size
     };
 
-    /// `prompts` must outlive the window.
-    frmMain(UserPrompts &prompts, StartUp startUp);
+    /// Both must outlive the window.
+    frmMain(Workspace &workspace, UserPrompts &prompts, StartUp startUp);
     ~frmMain() override;
 
     /// Brings the program up: settings, formats, recent catalogs, the catalog to open, the window's place. A step that
@@ -55,6 +50,7 @@ protected:
 
 private:
     void MakeControls();
+    void MakeCommands();
     void ConnectCommands();
     void ConnectFileMenu();
     void ConnectEditMenu();
@@ -69,43 +65,26 @@ private:
     void Form_Resize();
     void KeepSmallestSize();
 
-    void ShowHideInfoFrame(bool show) override;
-    void EnableCatalogMenus(bool enable) override;
-    void LoadTypeMenu() override;
-    void LoadShows() override;
-    void LoadWebSources() override;
-    void UpdateCaption() override;
-    void RefillPanel() override;
-    void FocusTree() override;
-
-    void ReloadTypes();
-    void ShowLoadedTree();
+    void EnableCatalogMenus(bool enable);
     void EnableListingCommands(bool listing);
-    void trv_Collapse(const QModelIndex &node);
-    void trv_Expand(const QModelIndex &node);
-    void ChangeGroupPicture(const QModelIndex &node, const QString &from, const QString &to);
+    void UpdateCaption();
 
+    Workspace &m_workspace;
     UserPrompts &m_prompts;
     StartUp m_startUp;
-    clsINI m_settings;
-    FormatRegistry m_formats;
-    CatalogDocument m_document;
-    ShownTypes m_types;
-    ViewOptions m_options;
-    BrowseTree m_tree;
     RecentCatalogs m_recent;
-    CatalogFiles m_files;
     clsResizeLimits m_limits;
     bool m_activated = false;
 
-    QTreeView *trv = nullptr;
+    TreePane *m_pane = nullptr;
     DetailPanel *fra = nullptr;
     MainMenu m_menu;
     HelpKey m_helpKey;
-    RecentMenu *m_recentMenu;
+    RecentMenu *m_recentMenu = nullptr;
     OptionsMenu *m_optionsMenu = nullptr;
-    WebSourcesMenu *m_webSourcesMenu;
-    DialogCommands *m_dialogs;
+    WebSourcesMenu *m_webSourcesMenu = nullptr;
+    DialogCommands *m_dialogs = nullptr;
+    std::unique_ptr<CatalogFiles> m_files;
     std::unique_ptr<ListingCommands> m_commands;
     std::unique_ptr<MainKeys> m_keys;
     std::unique_ptr<TreeMouse> m_mouse;

@@ -4,6 +4,7 @@
 #include "frmMain.h"
 #include "modGlobal.h"
 #include "paths.h"
+#include "workspace.h"
 
 #include <QFile>
 #include <QPointer>
@@ -42,7 +43,8 @@ int main(int argc, char **argv)
     InstallFailureReporter([&](const FailureReport &report) { ShowFailureReport(report, prompts, mainWindow); });
     Guarded("modGlobal", "Main", [] { PrepareProgramFolder(); });
 
-    frmMain window(prompts, {.arguments = Arguments(argc, argv)});
+    Workspace workspace(prompts);
+    frmMain window(workspace, prompts, {.arguments = Arguments(argc, argv)});
     prompts.SetMainWindow(&window);
     mainWindow = &window;
     window.Form_Load();

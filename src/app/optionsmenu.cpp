@@ -5,8 +5,7 @@
 #include "failures.h"
 #include "mainmenu.h"
 #include "showntypes.h"
-
-#include <QTreeView>
+#include "treepane.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,14 +20,14 @@ constexpr auto kOpenMRUOnStartup = "OpenMRUOnStartup"_L1;
 } // namespace
 
 OptionsMenu::OptionsMenu(
-    MainMenu &menu, clsINI &settings, ViewOptions &options, ShownTypes &types, BrowseTree &tree, QTreeView &trv)
+    MainMenu &menu, clsINI &settings, ViewOptions &options, ShownTypes &types, BrowseTree &tree, TreePane &pane)
     : QObject(menu.mnuOptions),
       m_menu(menu),
       m_settings(settings),
       m_options(options),
       m_types(types),
       m_tree(tree),
-      m_trv(trv)
+      m_pane(pane)
 {
     for (int i = 0; i < static_cast<int>(m_menu.mnuViewFilter.size()); ++i)
         connect(m_menu.mnuViewFilter[static_cast<size_t>(i)], &QAction::triggered, this, [this, i] {
@@ -55,7 +54,7 @@ void OptionsMenu::mnuViewFilter_Click(int index)
 {
     Guarded(kModule, "mnuViewFilter_Click", [&] {
         m_options.filter = static_cast<ViewFilter>(index);
-        emit reloadWanted();
+        m_pane.ShowAll();
     });
 }
 
@@ -63,7 +62,7 @@ void OptionsMenu::mnuEditGroupsItem_Click(int index)
 {
     Guarded(kModule, "mnuEditGroupsItem_Click", [&] {
         m_types.Toggle(index);
-        emit typesChosen();
+        m_pane.ShowCatalog();
     });
 }
 
@@ -72,7 +71,7 @@ void OptionsMenu::mnuEditShowWrongDate_Click()
     Guarded(kModule, "mnuEditShowWrongDate_Click", [this] {
         m_options.showWrongDate = m_menu.mnuEditShowWrongDate->isChecked();
         m_settings.WriteFlag(kSection, kWrongDate, m_options.showWrongDate);
-        emit reloadWanted();
+        m_pane.ShowAll();
     });
 }
 
@@ -83,7 +82,7 @@ void OptionsMenu::mnuEditShowYearTotals_Click()
         m_settings.WriteFlag(kSection, kYearTotals, m_options.showYearTotals);
 
         // Only the selected group and those below it follow at once; the others do with the next load.
-        QModelIndex top = m_trv.currentIndex();
+        QModelIndex top = m_pane.View().currentIndex();
         while (top.parent().isValid())
             top = top.parent();
         const auto &groups = m_tree.Model().Groups();

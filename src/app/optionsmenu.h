@@ -7,8 +7,8 @@
 
 class BrowseTree;
 class MainMenu;
-class QTreeView;
 class ShownTypes;
+class TreePane;
 class clsINI;
 struct ViewOptions;
 
@@ -18,18 +18,12 @@ class OptionsMenu : public QObject
     Q_OBJECT
 
 public:
-    /// `trv` shows the tree's model. All must outlive this object.
+    /// All must outlive this object.
     OptionsMenu(
-        MainMenu &menu, clsINI &settings, ViewOptions &options, ShownTypes &types, BrowseTree &tree, QTreeView &trv);
+        MainMenu &menu, clsINI &settings, ViewOptions &options, ShownTypes &types, BrowseTree &tree, TreePane &pane);
 
     /// Sets the check marks from the settings.
     void LoadSettings();
-
-signals:
-    /// The tree is to be loaded anew.
-    void reloadWanted();
-    /// A type was shown or hidden: the types are to be read anew, then the tree.
-    void typesChosen();
 
 private:
     void mnuViewFilter_Click(int index);
@@ -46,6 +40,6 @@ private:
     ViewOptions &m_options;
     ShownTypes &m_types;
     BrowseTree &m_tree;
-    QTreeView &m_trv;
+    TreePane &m_pane;
     std::vector<QAction *> mnuEditGroupsItem;
 };

@@ -1,17 +1,30 @@
 #include "websourcesmenu.h"
 
+#include "catalogdocument.h"
+#include "failures.h"
 #include "mainmenu.h"
 
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
 
-WebSourcesMenu::WebSourcesMenu(QMenu &menu, QAction &separator) : QObject(&menu), m_menu(menu), m_separator(separator)
+WebSourcesMenu::WebSourcesMenu(QMenu &menu, QAction &separator, const CatalogDocument &document)
+    : QObject(&menu),
+      m_menu(menu),
+      m_separator(separator),
+      m_document(document)
 {
+    connect(&document, &CatalogDocument::entriesChanged, this, &WebSourcesMenu::LoadWebSources);
 }
 
-void WebSourcesMenu::Load(const QStringList &sources)
+void WebSourcesMenu::LoadWebSources()
 {
+    Guarded("frmMain", "LoadWebSources", [this] { Rebuild(); });
+}
+
+void WebSourcesMenu::Rebuild()
+{
+    const QStringList sources = m_document.Entries(CatalogList::WebSources);
     for (QAction *item : mnuWebSourcesOpen) {
         m_menu.removeAction(item);
         item->deleteLater();

@@ -40,19 +40,6 @@ constexpr std::array kFixedGroups{
 constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
 
-/// Ends a load in every path, so that what was added is shown even when a later listing failed.
-class LoadScope
-{
-public:
-    explicit LoadScope(BrowseTreeModel &model) : m_model(model) { m_model.BeginLoad(); }
-    ~LoadScope() { m_model.EndLoad(); }
-    LoadScope(const LoadScope &) = delete;
-    LoadScope &operator=(const LoadScope &) = delete;
-
-private:
-    BrowseTreeModel &m_model;
-};
-
 } // namespace
 
 BrowseTree::BrowseTree(
@@ -64,7 +51,7 @@ BrowseTree::BrowseTree(
       m_model(formats.Pictures())
 {
     connect(&document, &CatalogDocument::aboutToBeReplaced, &m_model, &BrowseTreeModel::Clear);
-    connect(&document, &CatalogDocument::listingAdded, this, &BrowseTree::AddShowToTree);
+    connect(&document, &CatalogDocument::listingAdded, this, &BrowseTree::FollowAddition);
     connect(&document, &CatalogDocument::listingEdited, this, &BrowseTree::FollowEdit);
     connect(&document, &CatalogDocument::listingAboutToBeRemoved, this, &BrowseTree::Forget);
 }
@@ -87,39 +74,38 @@ bool BrowseTree::LoadShows()
 
 bool BrowseTree::LoadShowList(const std::vector<pugi::xml_node> &listings)
 {
-    const ShownTypes::ChangeScope types(m_types);
-    const LoadScope load(m_model);
-    const bool added = AddListings(listings);
+    m_model.BeginLoad();
+    // What was added is shown even when a later listing failed.
+    const bool added = m_types.ChangeTogether([&] { return AddListings(listings); });
     for (const auto &group : m_model.Groups())
         AddYearCount(*group);
+    m_model.EndLoad();
     return added;
 }
 
 bool BrowseTree::AddListings(const std::vector<pugi::xml_node> &listings)
 {
-    const auto added = Guarded(kModule, "LoadShowList", [&] {
-        return std::ranges::all_of(
-            listings, [this](pugi::xml_node listing) { return AddShowToTree(listing).has_value(); });
+    return Guarded(kModule, "LoadShowList", [&] {
+        for (const pugi::xml_node listing : listings)
+            AddShowToTree(listing);
     });
-    return added.value_or(false);
 }
 
-std::optional<BrowseTree::Listing *> BrowseTree::AddShowToTree(pugi::xml_node listing)
+BrowseTree::Listing *BrowseTree::AddShowToTree(pugi::xml_node listing)
 {
-    using Result = std::optional<Listing *>;
-    const auto place = [&]() -> Result {
-        const std::optional<Group *> group = VerifyParentNode(listing);
-        if (!group)
-            return std::nullopt;
-        if (!*group)
-            return nullptr;
-        if (!m_options.showWrongDate && IsWrongDate(listing))
+    return Reported(kModule, "AddShowToTree", [&]() -> Listing * {
+        Group *group = VerifyParentNode(listing);
+        if (!group || (!m_options.showWrongDate && IsWrongDate(listing)))
             return nullptr;
         if (!IsShownByFilter(m_formats.FormatClass(ReadAttribute(listing, Field::kFormat))))
             return nullptr;
-        return &m_model.AddListing(**group, listing, ReadAttribute(listing, Field::kId), PictureOf(listing));
-    };
-    return Guarded(kModule, "AddShowToTree", place).value_or(std::nullopt);
+        return &m_model.AddListing(*group, listing, ReadAttribute(listing, Field::kId), PictureOf(listing));
+    });
+}
+
+void BrowseTree::FollowAddition(pugi::xml_node listing)
+{
+    Guarded(kModule, "FollowAddition", [&] { AddShowToTree(listing); });
 }
 
 bool BrowseTree::IsShownByFilter(FormatKind kind) const
@@ -139,12 +125,12 @@ bool BrowseTree::IsShownByFilter(FormatKind kind) const
     return true;
 }
 
-std::optional<BrowseTree::Group *> BrowseTree::VerifyParentNode(pugi::xml_node listing)
+BrowseTree::Group *BrowseTree::VerifyParentNode(pugi::xml_node listing)
 {
-    return Guarded(kModule, "VerifyParentNode", [&] { return GroupFor(listing); }).value_or(std::nullopt);
+    return Reported(kModule, "VerifyParentNode", [&] { return GroupFor(listing); });
 }
 
-std::optional<BrowseTree::Group *> BrowseTree::GroupFor(pugi::xml_node listing)
+BrowseTree::Group *BrowseTree::GroupFor(pugi::xml_node listing)
 {
     const QString typeName = ReadAttribute(listing, Field::kType);
     if (typeName.isEmpty() || typeName == "Concert"_L1) {
@@ -161,7 +147,7 @@ std::optional<BrowseTree::Group *> BrowseTree::GroupFor(pugi::xml_node listing)
     return AddNode(fixed->key.toString(), fixed->key.toString(), fixed->picture.toString());
 }
 
-std::optional<BrowseTree::Group *> BrowseTree::GroupOfOwnType(const QString &typeName)
+BrowseTree::Group *BrowseTree::GroupOfOwnType(const QString &typeName)
 {
     int type = m_types.Find(typeName);
     if (type < 0) {
@@ -173,9 +159,9 @@ std::optional<BrowseTree::Group *> BrowseTree::GroupOfOwnType(const QString &typ
     return AddNode(typeName, typeName, u"Closed"_s);
 }
 
-std::optional<BrowseTree::Group *> BrowseTree::AddNode(const QString &key, const QString &text, const QString &picture)
+BrowseTree::Group *BrowseTree::AddNode(const QString &key, const QString &text, const QString &picture)
 {
-    return Guarded(kModule, "AddNode", [&] { return &m_model.AddGroup(key, text, picture); });
+    return Reported(kModule, "AddNode", [&] { return &m_model.AddGroup(key, text, picture); });
 }
 
 void BrowseTree::AddYearCount(Group &group)
@@ -208,11 +194,9 @@ void BrowseTree::RemoveYearCount(Group &group)
 void BrowseTree::UpdateListName(Listing &listing)
 {
     Guarded(kModule, "UpdateListName", [&] {
-        const std::optional<Group *> group = VerifyParentNode(listing.element);
-        if (!group)
-            return;
+        Group *group = VerifyParentNode(listing.element);
         Group &oldGroup = *listing.group;
-        m_model.PlaceListing(listing, *group ? **group : oldGroup);
+        m_model.PlaceListing(listing, group ? *group : oldGroup);
         if (oldGroup.listings.empty())
             m_model.RemoveGroup(oldGroup);
     });

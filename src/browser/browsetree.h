@@ -6,7 +6,6 @@
 
 #include <QObject>
 
-#include <optional>
 #include <vector>
 
 class CatalogDocument;
@@ -36,13 +35,12 @@ public:
     /// Rebuilds the tree from these listings alone, and finishes it like a full load.
     bool LoadShowList(const std::vector<pugi::xml_node> &listings);
 
-    /// Places one listing. A null pointer when it is not to be shown; nothing when that failed and was reported.
-    std::optional<Listing *> AddShowToTree(pugi::xml_node listing);
+    /// Places one listing; null when it is not to be shown. Throws ReportedFailure.
+    Listing *AddShowToTree(pugi::xml_node listing);
 
-    /// Makes sure that a listing's group exists. A null pointer when its type is not to be shown; nothing when that
-    /// failed and was reported. A type that is new to the catalog becomes a Type element and an item of the shown
-    /// types.
-    std::optional<Group *> VerifyParentNode(pugi::xml_node listing);
+    /// Makes sure that a listing's group exists; null when its type is not to be shown. A type that is new to the
+    /// catalog becomes a Type element and an item of the shown types. Throws ReportedFailure.
+    Group *VerifyParentNode(pugi::xml_node listing);
 
     /// Writes a group's totals ("lossless / lossy / all") behind its name, while totals are shown.
     void AddYearCount(Group &group);
@@ -64,11 +62,12 @@ public:
 
 private:
     bool AddListings(const std::vector<pugi::xml_node> &listings);
-    std::optional<Group *> GroupFor(pugi::xml_node listing);
-    std::optional<Group *> GroupOfOwnType(const QString &typeName);
-    std::optional<Group *> AddNode(const QString &key, const QString &text, const QString &picture);
+    Group *GroupFor(pugi::xml_node listing);
+    Group *GroupOfOwnType(const QString &typeName);
+    Group *AddNode(const QString &key, const QString &text, const QString &picture);
     bool IsShownByFilter(FormatKind kind) const;
     QString PictureOf(pugi::xml_node listing);
+    void FollowAddition(pugi::xml_node listing);
     void FollowEdit(pugi::xml_node listing, const char *name);
     void Forget(pugi::xml_node listing);
 

@@ -2,8 +2,6 @@
 
 #include "clsINI.h"
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -14,13 +12,6 @@ QString SettingKey(const QString &typeName)
 }
 
 } // namespace
-
-ShownTypes::ChangeScope::~ChangeScope()
-{
-    m_types.m_holdsNews = false;
-    if (std::exchange(m_types.m_hasNews, false))
-        emit m_types.changed();
-}
 
 ShownTypes::ShownTypes(clsINI &settings) : m_settings(settings)
 {
@@ -36,20 +27,20 @@ void ShownTypes::LoadTypeMenu(const QString &catalogName, const QStringList &cat
         Append(name);
     for (const QString &name : catalogTypes)
         Append(name);
-    TellChanged();
+    SignalChange();
 }
 
 int ShownTypes::AddTypeMenuItem(const QString &typeName)
 {
     Append(typeName);
-    TellChanged();
+    SignalChange();
     return count() - 1;
 }
 
-void ShownTypes::TellChanged()
+void ShownTypes::SignalChange()
 {
-    m_hasNews = m_holdsNews;
-    if (!m_holdsNews)
+    m_hasChanged = m_isChanging;
+    if (!m_isChanging)
         emit changed();
 }
 
@@ -65,7 +56,7 @@ void ShownTypes::Toggle(int index)
     Type &type = m_types[static_cast<size_t>(index)];
     type.shown = !type.shown;
     m_settings.WriteFlag(m_catalogName, SettingKey(type.name), type.shown);
-    TellChanged();
+    SignalChange();
 }
 
 QStringList ShownTypes::ShownNames() const

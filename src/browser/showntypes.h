@@ -2,9 +2,11 @@
 
 #include <QHash>
 #include <QObject>
+#include <QScopedValueRollback>
 #include <QString>
 #include <QStringList>
 
+#include <utility>
 #include <vector>
 
 class clsINI;
@@ -20,19 +22,6 @@ public:
     enum FixedType { Album = 0, Concert = 1, Bootleg = 2, Interview = 3, Outtakes = 4, Video = 5 };
     static constexpr int kNumberOfFixedTypes = 6;
 
-    /// Holds the news of changes back as long as it lives, and tells them once at its end: a load may add many types.
-    class ChangeScope
-    {
-    public:
-        explicit ChangeScope(ShownTypes &types) : m_types(types) { m_types.m_holdsNews = true; }
-        ~ChangeScope();
-        ChangeScope(const ChangeScope &) = delete;
-        ChangeScope &operator=(const ChangeScope &) = delete;
-
-    private:
-        ShownTypes &m_types;
-    };
-
     /// `settings` must outlive this object.
     explicit ShownTypes(clsINI &settings);
 
@@ -41,6 +30,20 @@ public:
 
     /// Adds a type at the end and gives its position.
     int AddTypeMenuItem(const QString &typeName);
+
+    /// Runs what may add many types, and signals the change once at its end. Gives what it gives.
+    template<class Procedure>
+    bool ChangeTogether(Procedure &&procedure)
+    {
+        bool result = false;
+        {
+            const QScopedValueRollback changing(m_isChanging, true);
+            result = procedure();
+        }
+        if (std::exchange(m_hasChanged, false))
+            emit changed();
+        return result;
+    }
 
     int count() const { return static_cast<int>(m_types.size()); }
     const QString &Name(int index) const { return m_types[static_cast<size_t>(index)].name; }
@@ -66,12 +69,12 @@ private:
     };
 
     void Append(const QString &name);
-    void TellChanged();
+    void SignalChange();
 
     clsINI &m_settings;
     QString m_catalogName;
     std::vector<Type> m_types;
     QHash<QString, int> m_positions;
-    bool m_holdsNews = false;
-    bool m_hasNews = false;
+    bool m_isChanging = false; ///< ChangeTogether is at work
+    bool m_hasChanged = false; ///< and has something to signal
 };

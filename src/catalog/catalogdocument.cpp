@@ -77,20 +77,17 @@ void CatalogDocument::Clear()
     SetModified(false);
 }
 
-bool CatalogDocument::Save()
+void CatalogDocument::Save()
 {
-    const bool isClean = CleanXML(*m_file.document, [this](pugi::xml_node element) {
+    CleanXML(*m_file.document, [this](pugi::xml_node element) {
         if (!IsListingOf(Catalog(), element))
             return;
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    if (!isClean)
-        return false;
     SaveXml(*m_file.document, m_file.encoding, m_path);
     SetModified(false);
     emit saved();
-    return true;
 }
 
 void CatalogDocument::WriteNewCatalog(const QString &path)

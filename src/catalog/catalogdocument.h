@@ -44,9 +44,9 @@ public:
     /// Replaces the document by an empty one and clears the modified flag, so that it is never saved over a catalog.
     void Clear();
 
-    /// Cleans the document, writes it to Path() and clears the modified flag. Throws ProgramError, or gives false when
-    /// the clean-up failed, which was reported; the file is then as it was and the flag still set.
-    bool Save();
+    /// Cleans the document, writes it to Path() and clears the modified flag. Throws ProgramError, or ReportedFailure
+    /// when the clean-up failed; the file is then as it was and the flag still set.
+    void Save();
 
     /// Writes a new catalog without listings to a file; the document in memory is not touched. Throws ProgramError.
     static void WriteNewCatalog(const QString &path);

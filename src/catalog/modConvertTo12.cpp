@@ -165,8 +165,7 @@ std::optional<Refusal> Convert(const Files &files, const ConversionObserver &obs
         return std::move(*refusal);
     const Input &loaded = std::get<Input>(input);
     MergeUserData(loaded.catalog.document->document_element(), loaded.user.document->document_element());
-    if (!CleanXML(*loaded.catalog.document))
-        return Refusal{};
+    CleanXML(*loaded.catalog.document);
     ReplaceFiles(loaded.catalog, files, [&observer](ConversionStep step) {
         if (observer.stepDone)
             observer.stepDone(step);
@@ -200,7 +199,7 @@ bool ConvertFileTo12(
         if (answer != UserPrompts::Answer::Yes)
             return false;
         const auto refusal = Convert(Files(catalogPath, userPath), observer);
-        if (refusal && !refusal->text.isEmpty())
+        if (refusal)
             prompts.Message(refusal->text, refusal->title, refusal->icon);
         return !refusal;
     });

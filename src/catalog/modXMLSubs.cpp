@@ -251,12 +251,12 @@ QString ParseSetList(const QString &text)
     const auto layOut = [&text] {
         return WithoutLeadingSpaces(text.contains(kLineBreak) ? text : SplitAtCommas(text));
     };
-    return Guarded(kModule, "ParseSetList", layOut).value_or(text);
+    return Reported(kModule, "ParseSetList", layOut);
 }
 
-bool CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing)
+void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing)
 {
-    return Guarded(kModule, "CleanXML", [&] {
+    Reported(kModule, "CleanXML", [&] {
         const pugi::xml_node documentElement = document.document_element();
         for (const pugi::xml_node element : AllElements(document)) {
             RemoveEmptyAttributes(element);

@@ -48,12 +48,11 @@ QString EscapeText(QString text);
 QString UnescapeText(QString text);
 
 /// An unescaped track list laid out one track a line. A text with line breaks is only relieved of blanks at the start
-/// of its lines (but not of the first); one without is split at commas that stand outside brackets. When that fails, it
-/// is reported, and the text is given as it stands.
+/// of its lines (but not of the first); one without is split at commas that stand outside brackets.
 QString ParseSetList(const QString &text);
 
 /// Removes every empty attribute, and every element that then has neither attributes nor children. The elements are
 /// those that the document had before: a parent emptied by the clean-up itself stays, and so does the document element,
-/// since a file without one does not open. `removing` is told of each element first. False when it failed, which was
-/// reported; the document is cleaned in part then.
-bool CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing = {});
+/// since a file without one does not open. `removing` is called for each element first. Throws ReportedFailure;
+/// the document is cleaned in part then.
+void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_node)> &removing = {});

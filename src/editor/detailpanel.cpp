@@ -94,8 +94,6 @@ void DetailPanel::ConnectTree()
     // A reset takes the current node away without a word.
     connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, showCurrent);
     connect(&m_types, &ShownTypes::changed, this, &DetailPanel::FillTypeList);
-    // An edit may carry the row out of sight.
-    connect(&m_tree.Model(), &QAbstractItemModel::rowsMoved, this, [this] { m_trv.scrollTo(m_trv.currentIndex()); });
     // The clean-up takes empty texts away.
     connect(&m_document, &CatalogDocument::saved, this, showCurrent);
     connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, &DetailPanel::Forget);

@@ -80,7 +80,6 @@ bool ListingCommands::HasNextID() const
 /// A listing that the view options keep out of the tree is in the catalog all the same; nothing else is selected then.
 void ListingCommands::ShowNew(pugi::xml_node listing)
 {
-    emit shownCountChanged();
     const BrowseTree::Listing *node = m_tree.FindNode(listing);
     if (!node)
         return;
@@ -114,7 +113,6 @@ void ListingCommands::DeleteShow(const QString &key)
         // The view goes on to a neighbour; the last listing of a group has none, and the emptied group stays.
         if (!m_trv.currentIndex().isValid())
             m_trv.setCurrentIndex(model.IndexOf(*group));
-        emit shownCountChanged();
     });
 }
 

@@ -34,10 +34,6 @@ public:
     /// Removes the listing with that node key from catalog and tree.
     void DeleteShow(const QString &key);
 
-signals:
-    /// The number of listings in the tree may be another.
-    void shownCountChanged();
-
 private:
     bool HasNextID() const;
     void ShowNew(pugi::xml_node listing);

@@ -26,10 +26,13 @@ FailureReporter &Reporter()
     return reporter;
 }
 
-void DescribeCurrentFailure(FailureReport &report)
+/// False when the failure was reported before.
+bool DescribeCurrentFailure(FailureReport &report)
 {
     try {
         throw;
+    } catch (const ReportedFailure &) {
+        return false;
     } catch (const ProgramError &error) {
         report.number = error.number();
         report.description = error.description();
@@ -44,6 +47,7 @@ void DescribeCurrentFailure(FailureReport &report)
         report.description = u"Unknown exception"_s;
         report.source = u"Discbook"_s;
     }
+    return true;
 }
 
 void PrintReport(const FailureReport &report)
@@ -95,8 +99,8 @@ void ReportCurrentFailure(const char *moduleName, const char *procName)
         report.moduleName = QString::fromUtf8(moduleName);
         report.procName = QString::fromUtf8(procName);
         report.callStack = CallStack().CallStack();
-        DescribeCurrentFailure(report);
-        Deliver(report);
+        if (DescribeCurrentFailure(report))
+            Deliver(report);
     } catch (...) {
         // No memory for a report, or the reporter failed: what is left needs neither.
         std::fprintf(stderr, "A failure in %s.%s could not be reported.\n", moduleName, procName);

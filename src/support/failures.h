@@ -69,7 +69,7 @@ clsStack &CallStack();
 /// Sets who shows reports, and gives back who did before. Without a reporter, reports go to the standard error output.
 FailureReporter InstallFailureReporter(FailureReporter reporter);
 
-/// Reports the exception that is being handled; to be called from a catch block.
+/// Reports the exception that is being handled, unless that was done; to be called from a catch block.
 void ReportCurrentFailure(const char *moduleName, const char *procName);
 
 /// Keeps the call stack true for as long as a procedure runs.
@@ -81,6 +81,25 @@ public:
     ProcedureScope(const ProcedureScope &) = delete;
     ProcedureScope &operator=(const ProcedureScope &) = delete;
 };
+
+/// Thrown in place of a failure that was reported: whoever catches it stops, and says nothing more.
+class ReportedFailure
+{
+};
+
+/// Runs a procedure that reports its own failures although others depend on its result: its names stand on the call
+/// stack while it runs, and what it throws is reported under them and goes on as a ReportedFailure.
+template<class Procedure>
+auto Reported(const char *moduleName, const char *procName, Procedure &&procedure)
+{
+    const ProcedureScope scope(moduleName, procName);
+    try {
+        return std::forward<Procedure>(procedure)();
+    } catch (...) {
+        ReportCurrentFailure(moduleName, procName);
+        throw ReportedFailure();
+    }
+}
 
 /// Runs a procedure under the error convention: its names stand on the call stack while it runs, and whatever it throws
 /// is reported and goes no further. Gives true (or the procedure's value) when it ran to its end, false (or nothing)

@@ -4,6 +4,7 @@
 #include "frmMain.h"
 #include "programfolder.h"
 #include "scriptedprompts.h"
+#include "workspace.h"
 
 #include <QTest>
 #include <QTreeView>
@@ -15,6 +16,7 @@ struct Program
 {
     TestProgramFolder folder;
     ScriptedPrompts prompts;
+    std::unique_ptr<Workspace> workspace;
     std::unique_ptr<frmMain> window;
     QStringList failures;
     FailureReporter earlier;
@@ -32,8 +34,9 @@ struct Program
     void Start(const QString &catalog = {}, bool sizeLimits = true)
     {
         window.reset();
+        workspace = std::make_unique<Workspace>(prompts);
         window = std::make_unique<frmMain>(
-            prompts,
+            *workspace, prompts,
             frmMain::StartUp{
                 .arguments = catalog.isEmpty() ? QStringList() : QStringList(catalog), .sizeLimits = sizeLimits});
         window->Form_Load();

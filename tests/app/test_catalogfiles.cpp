@@ -1,11 +1,9 @@
-#include "catalogdocument.h"
 #include "catalogfiles.h"
-#include "clsINI.h"
 #include "commandline.h"
 #include "failures.h"
-#include "programfolder.h"
 #include "recentcatalogs.h"
-#include "scriptedprompts.h"
+#include "testworkspace.h"
+#include "treepane.h"
 
 #include <QTest>
 
@@ -18,39 +16,23 @@ constexpr auto kError = "Discbook"_L1;
 constexpr auto kInvalid = "Invalid file"_L1;
 constexpr auto kSave = "Save Confirmation"_L1;
 
-/// Writes down what the window is asked to do.
-class RecordedViews : public CatalogViews
+struct Fixture : TestWorkspace
 {
-public:
-    void ShowHideInfoFrame(bool show) override { calls.append(show ? u"show"_s : u"hide"_s); }
-    void EnableCatalogMenus(bool enable) override { calls.append(enable ? u"enable"_s : u"disable"_s); }
-    void LoadTypeMenu() override { calls.append(u"types"_s); }
-    void LoadShows() override { calls.append(u"shows"_s); }
-    void LoadWebSources() override { calls.append(u"sources"_s); }
-    void UpdateCaption() override { calls.append(u"caption"_s); }
-    void RefillPanel() override { calls.append(u"refill"_s); }
-    void FocusTree() override { calls.append(u"focus"_s); }
-
-    QString Take() { return std::exchange(calls, {}).join(u' '); }
-
-    QStringList calls;
-};
-
-struct Fixture
-{
-    TestProgramFolder folder;
-    ScriptedPrompts prompts;
-    clsINI settings{prompts};
-    CatalogDocument document;
+    QWidget window;
+    TreePane pane{tree, window};
     RecentCatalogs recent{settings};
-    RecordedViews views;
-    CatalogFiles files{document, recent, prompts, views};
+    CatalogFiles files{document, pane, recent, prompts};
+    QStringList signalled;
     QStringList failures;
     FailureReporter earlier;
 
     Fixture()
     {
         settings.LoadINI(folder.Path(u"discbook.ini"_s));
+        QObject::connect(&files, &CatalogFiles::opening, &files, [this] { signalled += u"opening"_s; });
+        QObject::connect(&files, &CatalogFiles::opened, &files, [this](bool isOpen) {
+            signalled += isOpen ? u"open"_s : u"closed"_s;
+        });
         earlier = InstallFailureReporter([this](const FailureReport &report) { failures.append(report.procName); });
     }
     ~Fixture() { InstallFailureReporter(earlier); }
@@ -59,10 +41,11 @@ struct Fixture
     {
         return folder.Write(name, "<Catalog><Item ID=\"1\" Venue=\"" + name.toUtf8() + "\" /></Catalog>");
     }
+    QString Signalled() { return std::exchange(signalled, {}).join(u' '); }
     QString Venue() const { return QString::fromUtf8(document.Catalog().child("Item").attribute("Venue").value()); }
 };
 
-constexpr auto kOpened = "hide enable types shows sources focus"_L1;
+constexpr auto kOpened = "opening open"_L1;
 
 } // namespace
 
@@ -78,8 +61,10 @@ private slots:
         const QString oddPath = f.folder.Path(u"./gone/..//Live.xml"_s);
         f.recent.AddToMRU(oddPath);
         f.files.OpenCatalog(oddPath);
-        QCOMPARE(f.views.Take(), kOpened);
+        QCOMPARE(f.Signalled(), kOpened);
         QCOMPARE(f.document.Path(), path);
+        QCOMPARE(f.tree.ShownCount(), 1);
+        QCOMPARE(f.pane.View().currentIndex(), f.tree.Model().index(0, 0));
         QCOMPARE(f.recent.Paths(), QStringList(path));
         QCOMPARE(f.folder.Read(u"discbook.ini"_s), "[MRU]\r\n0=" + path.toUtf8() + "\r\n");
     }
@@ -107,13 +92,13 @@ private slots:
         f.files.OpenCatalog(good);
         f.folder.Write(u"Bad.xml"_s, contents);
         f.document.MarkModified();
-        f.views.Take();
+        f.Signalled();
 
         f.prompts.ExpectMessage(title);
         f.recent.AddToMRU(f.folder.Path(u"./Bad.xml"_s));
         f.files.OpenCatalog(f.folder.Path(u"./Bad.xml"_s));
         QCOMPARE(f.prompts.LastAsked().text, text);
-        QCOMPARE(f.views.Take(), u"hide disable caption "_s + kOpened);
+        QCOMPARE(f.Signalled(), u"opening closed "_s + kOpened);
         QCOMPARE(f.recent.Paths(), QStringList(good));
         QCOMPARE(f.Venue(), u"Good.xml"_s);
         QVERIFY(!f.document.IsModified());
@@ -125,10 +110,10 @@ private slots:
         const QString path = f.Catalog(u"Live.xml"_s);
         f.files.OpenCatalog(path);
         QVERIFY(QFile::remove(path));
-        f.views.Take();
+        f.Signalled();
         f.prompts.ExpectMessage(kError);
         f.files.OpenCatalog(path);
-        QCOMPARE(f.views.Take(), u"hide disable caption"_s);
+        QCOMPARE(f.Signalled(), u"opening closed"_s);
         QVERIFY(f.document.Path().isEmpty());
         QVERIFY(f.recent.Paths().isEmpty());
         QVERIFY(!f.document.Catalog());
@@ -141,9 +126,8 @@ private slots:
         f.Catalog(u"Conversion Backup/Shows.xml"_s);
         f.folder.Write(u"Conversion Backup/Shows User.xml"_s, "<User/>");
         f.folder.Write(u"Shows User.xml"_s, "<User/>");
-        f.files.SetConverter([](const QString &, const QString &) { return false; });
         f.files.OpenCatalog(f.folder.Path(u"Shows.xml"_s));
-        QCOMPARE(f.views.Take(), kOpened);
+        QCOMPARE(f.Signalled(), kOpened);
         QCOMPARE(f.Venue(), u"Shows.xml.converted"_s);
     }
 
@@ -152,22 +136,18 @@ private slots:
         Fixture f;
         const QString earlier = f.Catalog(u"New.xml"_s);
         const QString old = f.Catalog(u"Shows.xml"_s);
-        const QString companion = f.folder.Write(u"Shows User.xml"_s, "<User/>");
+        f.folder.Write(u"Shows User.xml"_s, "<User/>");
         f.files.OpenCatalog(earlier);
         f.document.MarkModified();
-        f.views.Take();
-        QStringList asked;
-        f.files.SetConverter([&](const QString &catalog, const QString &user) {
-            asked = {catalog, user};
-            return false;
-        });
+        f.Signalled();
+        f.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
         f.files.OpenCatalog(old);
-        QCOMPARE(asked, QStringList({old, companion}));
-        QCOMPARE(f.views.Take(), u"hide disable caption"_s);
+        QCOMPARE(f.Signalled(), u"opening closed"_s);
         QCOMPARE(f.document.Path(), earlier);
         QVERIFY(!f.document.IsModified() && !f.document.Catalog());
         QCOMPARE(f.recent.Paths(), QStringList(earlier));
         f.prompts.ExpectSaveFile(u"New Catalog"_s, old);
+        f.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
         f.files.mnuFileNewCatalog_Click();
         QCOMPARE(f.recent.Paths(), QStringList({old, earlier}));
     }
@@ -245,12 +225,12 @@ private slots:
         Fixture f;
         const QString path = f.Catalog(u"Live.xml"_s);
         f.files.OpenCatalog(path);
-        f.views.Take();
+        f.Signalled();
         f.prompts.ExpectSaveFile(u"New Catalog"_s, f.folder.Path(u"no/such/folder.xml"_s));
         f.files.mnuFileNewCatalog_Click();
         QCOMPARE(f.failures, QStringList(u"mnuFileNewCatalog_Click"_s));
         QCOMPARE(f.Venue(), u"Live.xml"_s);
-        QVERIFY(f.views.calls.isEmpty());
+        QVERIFY(f.signalled.isEmpty());
     }
 
     void newCatalogIsWrittenAndOpened()
@@ -260,7 +240,7 @@ private slots:
         f.prompts.ExpectSaveFile(u"New Catalog"_s, path);
         f.files.mnuFileNewCatalog_Click();
         QCOMPARE(f.folder.Read(u"New.xml"_s).trimmed(), QByteArray("<Catalog />"));
-        QCOMPARE(f.views.Take(), kOpened + u" caption"_s);
+        QCOMPARE(f.Signalled(), kOpened);
         QCOMPARE(f.recent.Paths(), QStringList(path));
         const auto &request = f.prompts.LastAsked().request;
         QCOMPARE(request.filter, u"XML Files (*.xml)|*.xml|All files (*.*)|*.*"_s);

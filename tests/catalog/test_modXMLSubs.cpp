@@ -177,7 +177,7 @@ private slots:
         Parse(document, "<C><I/></C>");
         QString failed;
         const auto earlier = InstallFailureReporter([&](const FailureReport &report) { failed = report.procName; });
-        QVERIFY(!CleanXML(document, [](pugi::xml_node) { throw 7; }));
+        QVERIFY_THROWS_EXCEPTION(ReportedFailure, CleanXML(document, [](pugi::xml_node) { throw 7; }));
         InstallFailureReporter(earlier);
         QCOMPARE(failed, u"CleanXML"_s);
     }

@@ -1,7 +1,5 @@
 #include "editorwindow.h"
 
-#include "browsetreeview.h"
-
 #include <QHBoxLayout>
 
 #include <sstream>
@@ -9,12 +7,7 @@
 using namespace Qt::StringLiterals;
 
 EditorWindow::EditorWindow(const QByteArray &listings)
-    : trv(*new BrowseTreeView(&window)),
-      fra([this, &listings]() -> DetailPanel & {
-          Open(listings, "FLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
-          trv.setModel(&tree.Model());
-          return *new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); });
-      }()),
+    : fra(*new DetailPanel(document, tree, formats, types, trv, &window, [] { return QDate(2024, 2, 29); })),
       commands(document, tree, types, fra, trv, prompts),
       keys(trv, tree.Model(), copyListing, deleteListing),
       mouse(trv, tree.Model(), formats, fra)
@@ -23,6 +16,7 @@ EditorWindow::EditorWindow(const QByteArray &listings)
     QObject::connect(&deleteListing, &QAction::triggered, &commands, &ListingCommands::mnuEditDeleteListing_Click);
     QObject::connect(&fra, &DetailPanel::listingSelected, &copyListing, &QAction::setEnabled);
     QObject::connect(&fra, &DetailPanel::listingSelected, &deleteListing, &QAction::setEnabled);
+    Open(listings, "FLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
     tree.LoadShows();
     auto *row = new QHBoxLayout(&window);
     row->addWidget(&trv);

@@ -5,6 +5,7 @@
 #include "mainkeys.h"
 #include "testworkspace.h"
 #include "treemouse.h"
+#include "treepane.h"
 
 #include <QAction>
 #include <QRegularExpression>
@@ -18,7 +19,8 @@ inline const QRegularExpression kAnyWarning(QStringLiteral("^(?!This plugin does
 struct EditorWindow : TestWorkspace
 {
     QWidget window;
-    QTreeView &trv;
+    TreePane pane{tree, window};
+    QTreeView &trv = pane.View();
     DetailPanel &fra;
     ListingCommands commands;
     QAction copyListing;

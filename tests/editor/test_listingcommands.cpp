@@ -10,7 +10,6 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -143,12 +142,10 @@ private slots:
     void newSource()
     {
         EditorWindow w(kShows);
-        const QSignalSpy counted(&w.commands, &ListingCommands::shownCountChanged);
         w.commands.mnuFileNewSource_Click();
         QCOMPARE(w.Item(u"7"_s), uR"(<Item ID="7" Type="Album"><SetList/><Notes/><Comment/></Item>)"_s);
         QCOMPARE(w.CurrentKey(), u"s7"_s);
         QVERIFY(w.document.IsModified());
-        QCOMPARE(counted.size(), 1);
         QCOMPARE(w.window.focusWidget()->objectName(), u"cboType"_s);
         QVERIFY(w.trv.viewport()->rect().intersects(w.trv.visualRect(w.trv.currentIndex())));
     }
@@ -231,7 +228,6 @@ private slots:
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::No);
         w.commands.mnuEditDeleteListing_Click();
         QVERIFY(!w.document.IsModified());
-        const QSignalSpy counted(&w.commands, &ListingCommands::shownCountChanged);
         w.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::Yes);
         w.commands.mnuEditDeleteListing_Click();
         QCOMPARE(w.prompts.LastAsked().text, u"Are you sure you want to delete this listing?"_s);
@@ -240,7 +236,6 @@ private slots:
         QVERIFY(!w.tree.Model().FindListing(id));
         QCOMPARE(w.tree.ShownCount(), 5);
         QVERIFY(w.document.IsModified());
-        QCOMPARE(counted.size(), 1);
         QCOMPARE(w.CurrentKey(), selected);
         const bool listing = selected.startsWith(u's');
         QCOMPARE(w.Field(u"txtVenue"_s).isVisible(), listing);
