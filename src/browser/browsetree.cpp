@@ -6,6 +6,7 @@
 #include "modXMLSubs.h"
 #include "numbers.h"
 #include "paths.h"
+#include "recordingtypes.h"
 #include "showntypes.h"
 
 #include <algorithm>
@@ -19,26 +20,14 @@ namespace {
 constexpr auto kModule = "frmMain";
 constexpr auto kTotalsGap = "       "_L1;
 
-/// A fixed type with a group of its own. Concerts have one group a year instead.
-struct FixedGroup
-{
-    QStringView typeName;
-    ShownTypes::FixedType type;
-    QStringView key;
-    QStringView picture;
-};
-
-constexpr std::array kFixedGroups{
-    FixedGroup{u"Album", ShownTypes::Album, u"Albums", u"CD"},
-    FixedGroup{u"Bootleg", ShownTypes::Bootleg, u"Bootlegs", u"CD"},
-    FixedGroup{u"Interview", ShownTypes::Interview, u"Interviews", u"Interview"},
-    FixedGroup{u"Outtakes", ShownTypes::Outtakes, u"Outtakes", u"Music"},
-    FixedGroup{u"Video", ShownTypes::Video, u"Videos", u"Video"},
-};
-
 /// What of a listing neither its label nor its place nor its picture shows.
 constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
+
+QString ToText(std::string_view ascii)
+{
+    return QString::fromLatin1(ascii.data(), static_cast<qsizetype>(ascii.size()));
+}
 
 } // namespace
 
@@ -132,19 +121,19 @@ BrowseTree::Group *BrowseTree::VerifyParentNode(pugi::xml_node listing)
 
 BrowseTree::Group *BrowseTree::GroupFor(pugi::xml_node listing)
 {
-    const QString typeName = ReadAttribute(listing, Field::kType);
-    if (typeName.isEmpty() || typeName == "Concert"_L1) {
-        if (!m_types.IsShown(ShownTypes::Concert))
-            return nullptr;
+    const char *const typeName = listing.attribute(Field::kType).value();
+    const int builtIn = FindBuiltInType(typeName);
+    if (builtIn < 0)
+        return GroupOfOwnType(FromXml(typeName));
+    if (!m_types.IsShown(builtIn))
+        return nullptr;
+    const RecordingType &type = kBuiltInTypes[static_cast<size_t>(builtIn)];
+    if (type.group.empty()) {
         const QString year = NumberText(ReadNumber(listing, Field::kYear));
         return AddNode(u'y' + year, year, u"Closed"_s);
     }
-    const auto *fixed = std::ranges::find(kFixedGroups, QStringView(typeName), &FixedGroup::typeName);
-    if (fixed == kFixedGroups.end())
-        return GroupOfOwnType(typeName);
-    if (!m_types.IsShown(fixed->type))
-        return nullptr;
-    return AddNode(fixed->key.toString(), fixed->key.toString(), fixed->picture.toString());
+    const QString group = ToText(type.group);
+    return AddNode(group, group, ToText(type.picture));
 }
 
 BrowseTree::Group *BrowseTree::GroupOfOwnType(const QString &typeName)

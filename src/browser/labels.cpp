@@ -2,6 +2,7 @@
 
 #include "fields.h"
 #include "numbers.h"
+#include "recordingtypes.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +13,7 @@ namespace {
 /// The attributes that make a label, gathered in one walk: a tree of 100,000 listings builds every label once.
 struct Fields
 {
-    std::string_view type;
+    const RecordingType *type = nullptr;
     std::string_view venue;
     std::string_view show;
     std::string_view length;
@@ -25,20 +26,16 @@ struct Fields
     bool wrongDate = false;
 
     explicit Fields(pugi::xml_node listing);
-
-    bool isVideo() const { return type == "Video"; }
-    bool dateFirst() const { return type == "Album" || type == "Interview"; }
-    /// Concerts and types of the user's own: unknown parts of the date are shown, and a wrong date is named.
-    bool showsUnknown() const { return !dateFirst() && type != "Bootleg" && type != "Outtakes" && !isVideo(); }
 };
 
 Fields::Fields(pugi::xml_node listing)
 {
+    std::string_view typeName;
     for (const pugi::xml_attribute attribute : listing.attributes()) {
         const std::string_view name = attribute.name();
         const std::string_view value = attribute.value();
         if (name == Field::kType)
-            type = value;
+            typeName = value;
         else if (name == Field::kYear)
             year = LeadingNumber(value);
         else if (name == Field::kMonth)
@@ -60,6 +57,7 @@ Fields::Fields(pugi::xml_node listing)
         else if (name == Field::kWrongDate)
             wrongDate = LeadingNumber(value) != 0;
     }
+    type = &LookOf(typeName);
 }
 
 void AppendPadded(std::string &text, double number, int width)
@@ -87,7 +85,7 @@ void AppendDatePart(std::string &date, double part, bool showUnknown)
 
 void AppendDate(std::string &text, const Fields &fields)
 {
-    const bool showUnknown = fields.showsUnknown();
+    const bool showUnknown = fields.type->unknownShown;
     if (fields.year == 0) {
         text.append(showUnknown ? "????" : "");
         return;
@@ -126,8 +124,7 @@ void ReplaceAll(std::string &text, std::string_view what, std::string_view with)
 
 void AppendTitle(std::string &text, const Fields &fields)
 {
-    const bool dateFirst = fields.dateFirst() || fields.showsUnknown();
-    if (dateFirst) {
+    if (fields.type->dateFirst) {
         AppendDate(text, fields);
         text.append(" - ");
     }
@@ -139,9 +136,9 @@ void AppendTitle(std::string &text, const Fields &fields)
         ReplaceAll(replaced, "%d", DateText(fields));
         text.replace(venue, std::string::npos, replaced);
     }
-    if (!dateFirst)
+    if (!fields.type->dateFirst)
         AppendDate(text.append(" - "), fields);
-    if (fields.wrongDate && fields.showsUnknown())
+    if (fields.wrongDate && fields.type->unknownShown)
         text.append(" (wrong date)");
 }
 
@@ -152,7 +149,7 @@ void AppendDetails(std::string &text, const Fields &fields, const char *before, 
         return;
     const char *separator = before;
     for (const std::string_view part :
-         {fields.length, fields.isVideo() ? std::string_view() : fields.source, fields.grade}) {
+         {fields.length, fields.type->sourceShown ? fields.source : std::string_view(), fields.grade}) {
         if (part.empty())
             continue;
         text.append(separator).append(part);

@@ -1,6 +1,7 @@
 #include "showntypes.h"
 
 #include "clsINI.h"
+#include "recordingtypes.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,8 +24,8 @@ void ShownTypes::LoadTypeMenu(const QString &catalogName, const QStringList &cat
     m_catalogName = catalogName;
     m_types.clear();
     m_positions.clear();
-    for (const QString &name : {u"Album"_s, u"Concert"_s, u"Bootleg"_s, u"Interview"_s, u"Outtakes"_s, u"Video"_s})
-        Append(name);
+    for (const RecordingType &type : kBuiltInTypes)
+        Append(QString::fromLatin1(type.name.data(), static_cast<qsizetype>(type.name.size())));
     for (const QString &name : catalogTypes)
         Append(name);
     SignalChange();

@@ -11,17 +11,13 @@
 
 class clsINI;
 
-/// The recording types and which of them are shown: six fixed ones, then those of the catalog. The choices are kept in
-/// the settings, in a section named after the catalog. Menu, type box and tree all mirror this list.
+/// The recording types and which of them are shown: the built-in ones, then those of the catalog. The choices are kept
+/// in the settings, in a section named after the catalog. Menu, type box and tree all mirror this list.
 class ShownTypes : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Positions of the fixed types.
-    enum FixedType { Album = 0, Concert = 1, Bootleg = 2, Interview = 3, Outtakes = 4, Video = 5 };
-    static constexpr int kNumberOfFixedTypes = 6;
-
     /// `settings` must outlive this object.
     explicit ShownTypes(clsINI &settings);
 

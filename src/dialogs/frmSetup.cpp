@@ -5,6 +5,7 @@
 #include "failures.h"
 #include "paths.h"
 #include "prompts.h"
+#include "recordingtypes.h"
 #include "showntypes.h"
 
 #include <QBoxLayout>
@@ -175,7 +176,7 @@ void frmSetup::Add()
 bool frmSetup::IsAllowed(const QString &text)
 {
     const QString quoted = u'"' + text + u'"';
-    for (int i = 0; i < ShownTypes::kNumberOfFixedTypes; ++i) {
+    for (int i = 0; i < static_cast<int>(kBuiltInTypes.size()); ++i) {
         if (Same(text, m_types.Name(i))) {
             m_prompts.Message(quoted + u" matches a reserved word and is not allowed."_s, ApplicationTitle());
             return false;

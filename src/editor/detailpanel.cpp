@@ -6,6 +6,7 @@
 #include "modXMLSubs.h"
 #include "notebox.h"
 #include "numbers.h"
+#include "recordingtypes.h"
 #include "showntypes.h"
 
 #include <QCheckBox>
@@ -21,12 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kModule = "frm";
-
-/// The types whose listings have a title where others have a venue.
-bool HasTitle(const QString &type)
-{
-    return type == "Album"_L1 || type == "Bootleg"_L1 || type == "Video"_L1 || type == "Outtakes"_L1;
-}
 
 /// A stored date as "YYYY-MM-DD", without the time that older catalogs may hold; any other text as it is.
 QString DateText(const QString &stored)
@@ -193,8 +188,9 @@ void DetailPanel::SelectType(const QString &type)
 void DetailPanel::ShowType(const QString &type)
 {
     SelectType(type);
-    lblVenue->setText(HasTitle(type) ? u"T&itle"_s : u"Ven&ue"_s);
-    m_hasConcert = !HasTitle(type) && type != "Interview"_L1;
+    const RecordingType &look = LookOf(type.toStdString());
+    lblVenue->setText(look.hasTitle ? u"T&itle"_s : u"Ven&ue"_s);
+    m_hasConcert = look.hasConcert;
 }
 
 void DetailPanel::ShowText(QLineEdit &box, const char *attribute) const

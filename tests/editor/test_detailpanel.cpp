@@ -99,7 +99,7 @@ private slots:
         dark.setColor(QPalette::Base, Qt::black);
         w.fra.setPalette(dark);
         QCoreApplication::processEvents();
-        w.types.Toggle(ShownTypes::Bootleg);
+        w.types.Toggle(w.types.Find(u"Bootleg"_s));
         QVERIFY(!w.document.IsModified());
         QCOMPARE(
             w.Item(u"2"_s), uR"(<Item ID="2" Year="1999x" Day="x" Venue="Barn" WrongDate="2" Type="Concert">)"
@@ -295,7 +295,7 @@ private slots:
     void nodeIsItsOwnListing()
     {
         EditorWindow w("<Item ID='1' Type='Album' Venue='hidden'/><Item ID='1' Type='Video' Venue='shown'/>");
-        w.types.Toggle(ShownTypes::Album);
+        w.types.Toggle(w.types.Find(u"Album"_s));
         w.tree.LoadShows();
         w.Select(u"1"_s);
         Type(w.Field(u"txtSource"_s), u"x"_s);
