@@ -41,9 +41,9 @@ struct Input
 /// The file itself, there or not, when the path is a link to it: the link is to lead to the converted catalog.
 QString WithoutLinks(const QString &path)
 {
-    constexpr int maxLinks = 40;
+    constexpr int kMaxLinks = 40;
     QFileInfo info(path);
-    for (int links = 0; info.isSymbolicLink() && links < maxLinks; ++links)
+    for (int links = 0; info.isSymbolicLink() && links < kMaxLinks; ++links)
         info.setFile(info.symLinkTarget());
     return info.filePath();
 }

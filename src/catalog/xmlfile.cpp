@@ -27,7 +27,7 @@ struct Buffer
     QByteArrayView View() const { return {bytes.get(), static_cast<qsizetype>(size)}; }
 };
 
-Buffer NewBuffer(size_t size)
+Buffer MakeBuffer(size_t size)
 {
     Buffer buffer;
     buffer.bytes.reset(static_cast<char *>(pugi::get_memory_allocation_function()(size)));
@@ -39,7 +39,7 @@ Buffer NewBuffer(size_t size)
 
 Buffer CopyOf(QByteArrayView bytes)
 {
-    Buffer buffer = NewBuffer(static_cast<size_t>(bytes.size()));
+    Buffer buffer = MakeBuffer(static_cast<size_t>(bytes.size()));
     std::copy(bytes.begin(), bytes.end(), buffer.bytes.get());
     return buffer;
 }
@@ -50,7 +50,7 @@ std::optional<Buffer> ReadFile(const QString &path)
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || file.size() == 0)
         return std::nullopt;
-    Buffer buffer = NewBuffer(static_cast<size_t>(file.size()));
+    Buffer buffer = MakeBuffer(static_cast<size_t>(file.size()));
     if (file.read(buffer.bytes.get(), buffer.View().size()) != buffer.View().size())
         return std::nullopt;
     return buffer;

@@ -66,13 +66,13 @@ std::optional<QByteArray> ChmFile::Read(const QString &name) const
 /// A version number, then parts of code, length and contents.
 void ChmFile::ReadSystem()
 {
-    constexpr qsizetype versionSize = 4;
-    constexpr qsizetype headSize = 4;
+    constexpr qsizetype kVersionSize = 4;
+    constexpr qsizetype kHeadSize = 4;
     const QByteArray system = Read(u"#SYSTEM"_s).value_or(QByteArray());
-    for (qsizetype at = versionSize; at + headSize <= system.size();) {
+    for (qsizetype at = kVersionSize; at + kHeadSize <= system.size();) {
         const auto code = NumberAt<quint16>(system, at);
         const auto length = NumberAt<quint16>(system, at + 2);
-        at += headSize;
+        at += kHeadSize;
         if (at + length > system.size())
             return;
         const QString text = TextAt(system.sliced(at, length), 0);
@@ -89,10 +89,10 @@ void ChmFile::ReadSystem()
 /// The size of the list, then pairs of a context number and the place of a page's name in the table of texts.
 void ChmFile::ReadTopics()
 {
-    constexpr qsizetype pairSize = 8;
+    constexpr qsizetype kPairSize = 8;
     const QByteArray topics = Read(u"#IVB"_s).value_or(QByteArray());
     const QByteArray strings = Read(u"#STRINGS"_s).value_or(QByteArray());
-    for (qsizetype at = 4; at + pairSize <= topics.size(); at += pairSize) {
+    for (qsizetype at = 4; at + kPairSize <= topics.size(); at += kPairSize) {
         const auto place = NumberAt<quint32>(topics, at + 4);
         if (place < static_cast<quint64>(strings.size()))
             m_topicPages.insert(NumberAt<quint32>(topics, at), TextAt(strings, place));

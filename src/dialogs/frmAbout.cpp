@@ -38,7 +38,7 @@ QLabel *MakeTitle(QWidget *parent)
 QLabel *MakeIcon(QWidget *parent)
 {
     auto *icon = new QLabel(parent);
-    icon->setObjectName(u"imgIcon"_s);
+    icon->setObjectName("imgIcon"_L1);
     icon->setPixmap(QApplication::windowIcon().pixmap(kIconSize, parent->devicePixelRatioF()));
     icon->setHidden(icon->pixmap().isNull());
     return icon;
@@ -48,7 +48,7 @@ QLabel *MakeIcon(QWidget *parent)
 
 frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 {
-    setObjectName(u"frmAbout"_s);
+    setObjectName("frmAbout"_L1);
     setWindowTitle(u"About "_s + ApplicationTitle());
     MakeControls();
 }
@@ -56,7 +56,7 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 void frmAbout::MakeControls()
 {
     auto *cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setObjectName("cmdOK"_L1);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::accept);
 

@@ -31,7 +31,7 @@ QUrl AddressOf(const QTreeWidgetItem &item)
 
 frmHelp::frmHelp(const QString &helpFile, UserPrompts &prompts) : m_helpFile(helpFile), m_file(helpFile)
 {
-    setObjectName(u"frmHelp"_s);
+    setObjectName("frmHelp"_L1);
     setWindowTitle(m_file.Title());
     MakeControls(prompts);
     MakeActions();
@@ -48,7 +48,7 @@ void frmHelp::MakeControls(UserPrompts &prompts)
 {
     auto *splitter = new QSplitter(this);
     trvContents = new QTreeWidget(splitter);
-    trvContents->setObjectName(u"trvContents"_s);
+    trvContents->setObjectName("trvContents"_L1);
     trvContents->setAccessibleName(u"Contents"_s);
     trvContents->setHeaderHidden(true);
     helpPage = new HelpBrowser(m_file, prompts, splitter);
@@ -110,7 +110,7 @@ void frmHelp::LoadContents()
 void frmHelp::Form_ShowItem(QTreeWidgetItem *item)
 {
     Guarded(kModule, "Form_ShowItem", [&] {
-        if (!m_following && item != nullptr && !AddressOf(*item).isEmpty())
+        if (!m_following && item && !AddressOf(*item).isEmpty())
             helpPage->setSource(AddressOf(*item));
     });
 }
@@ -128,10 +128,10 @@ void frmHelp::helpPage_SourceChanged(const QUrl &source)
 QTreeWidgetItem *frmHelp::FindItem(const QUrl &address) const
 {
     QTreeWidgetItem *ofPage = nullptr;
-    for (QTreeWidgetItemIterator item(trvContents); *item != nullptr; ++item) {
+    for (QTreeWidgetItemIterator item(trvContents); *item; ++item) {
         if (AddressOf(**item) == address)
             return *item;
-        if (ofPage == nullptr && AddressOf(**item) == address.adjusted(QUrl::RemoveFragment))
+        if (!ofPage && AddressOf(**item) == address.adjusted(QUrl::RemoveFragment))
             ofPage = *item;
     }
     return ofPage;

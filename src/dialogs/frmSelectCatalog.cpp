@@ -18,7 +18,7 @@ constexpr QSize kFirstSize(320, 280);
 
 frmSelectCatalog::frmSelectCatalog(QWidget *parent) : QDialog(parent)
 {
-    setObjectName(u"frmSelectCatalog"_s);
+    setObjectName("frmSelectCatalog"_L1);
     setWindowTitle(u"Select Catalog"_s);
     MakeControls();
     resize(kFirstSize);
@@ -28,11 +28,11 @@ frmSelectCatalog::frmSelectCatalog(QWidget *parent) : QDialog(parent)
 void frmSelectCatalog::MakeControls()
 {
     lst = new QListWidget(this);
-    lst->setObjectName(u"lst"_s);
+    lst->setObjectName("lst"_L1);
     lst->setAccessibleName(u"Catalogs"_s);
     connect(lst, &QListWidget::itemDoubleClicked, this, &frmSelectCatalog::lst_DblClick);
     cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setObjectName("cmdOK"_L1);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmSelectCatalog::cmdOK_Click);
 
@@ -69,5 +69,5 @@ void frmSelectCatalog::lst_DblClick()
 QString frmSelectCatalog::CurrentText() const
 {
     const QListWidgetItem *item = lst->currentItem();
-    return item == nullptr ? QString() : item->text();
+    return item ? item->text() : QString();
 }

@@ -43,8 +43,8 @@ frmSetup::frmSetup(
       m_prompts(prompts),
       m_limits(limits)
 {
-    setObjectName(u"frmSetup"_s);
-    if (parent != nullptr)
+    setObjectName("frmSetup"_L1);
+    if (parent)
         setWindowIcon(parent->window()->windowIcon());
     MakeControls();
     resize(kFirstSize.expandedTo(minimumSizeHint()));
@@ -59,7 +59,7 @@ frmSetup::~frmSetup()
 void frmSetup::MakeControls()
 {
     lst = new QListWidget(this);
-    lst->setObjectName(u"lst"_s);
+    lst->setObjectName("lst"_L1);
     lst->setUniformItemSizes(true);
     lst->installEventFilter(this);
     cmdAdd = MakeButton(u"cmdAdd"_s, u"&Add"_s, this);

@@ -37,15 +37,14 @@ std::vector<HelpTopic> ReadHelpContents(const QString &html)
     for (const QRegularExpressionMatch &match : tags.globalMatch(html)) {
         const bool ends = match.capturedLength(1) > 0;
         const QString name = match.captured(2).toLower();
-        if (name == "ul"_L1) {
+        if (name == "ul"_L1)
             level += ends ? -1 : 1;
-        } else if (name == "param"_L1) {
+        else if (name == "param"_L1)
             TakeParameter(match.captured(3), topic);
-        } else if (!ends) {
+        else if (!ends)
             topic = {{}, {}, qMax(0, level)};
-        } else if (!topic.title.isEmpty()) {
+        else if (!topic.title.isEmpty())
             topics.push_back(topic);
-        }
     }
     return topics;
 }

@@ -24,13 +24,13 @@ namespace {
 void Show(const QString &path, int context, UserPrompts &)
 {
     using HtmlHelp = HWND(WINAPI *)(HWND, LPCWSTR, UINT, DWORD_PTR);
-    constexpr UINT helpContext = 15;
+    constexpr UINT kHelpContext = 15;
     QLibrary control(u"hhctrl.ocx"_s);
     const auto htmlHelp = reinterpret_cast<HtmlHelp>(control.resolve("HtmlHelpW"));
-    if (htmlHelp == nullptr)
+    if (!htmlHelp)
         throw ProgramError(Failure::Missing, control.errorString());
     const QString native = QDir::toNativeSeparators(path);
-    htmlHelp(nullptr, reinterpret_cast<LPCWSTR>(native.utf16()), helpContext, static_cast<DWORD_PTR>(context));
+    htmlHelp(nullptr, reinterpret_cast<LPCWSTR>(native.utf16()), kHelpContext, static_cast<DWORD_PTR>(context));
 }
 
 #elif defined(DISCBOOK_HELP_WINDOW)
@@ -39,7 +39,7 @@ frmHelp *OpenWindow(const QString &path)
 {
     for (QWidget *window : QApplication::topLevelWidgets()) {
         auto *form = qobject_cast<frmHelp *>(window);
-        if (form != nullptr && form->isVisible() && form->HelpFile() == path)
+        if (form && form->isVisible() && form->HelpFile() == path)
             return form;
     }
     return nullptr;
@@ -58,7 +58,7 @@ frmHelp *MakeWindow(const QString &path, UserPrompts &prompts)
 void Show(const QString &path, int context, UserPrompts &prompts)
 {
     frmHelp *form = OpenWindow(path);
-    if (form == nullptr)
+    if (!form)
         form = MakeWindow(path, prompts);
     form->ShowTopic(context);
     form->setWindowState(form->windowState() & ~Qt::WindowMinimized);

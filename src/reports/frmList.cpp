@@ -49,11 +49,11 @@ frmList::frmList(const ReportSource &source, const Services &services, QWidget *
 {
     setObjectName("frmList"_L1);
     setWindowModality(Qt::WindowModal);
-    CreateControls();
+    MakeControls();
     Form_Load();
 }
 
-void frmList::CreateControls()
+void frmList::MakeControls()
 {
     auto *client = new QWidget(this);
     client->installEventFilter(this);
@@ -61,7 +61,7 @@ void frmList::CreateControls()
 
     lst = new QListView(client);
     lst->setObjectName("lst"_L1);
-    lst->setAccessibleName(tr("Listings"));
+    lst->setAccessibleName(u"Listings"_s);
     lst->setUniformItemSizes(true);
     lst->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lst->setItemDelegate(new LineDelegate(m_lines, lst));

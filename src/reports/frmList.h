@@ -35,7 +35,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void CreateControls();
+    void MakeControls();
     void Form_Load();
     void Form_Resize();
     void mnuFileExport_Click();

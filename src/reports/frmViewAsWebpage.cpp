@@ -45,11 +45,11 @@ frmViewAsWebpage::frmViewAsWebpage(const ReportSource &source, clsINI &settings,
 {
     setObjectName("frmViewAsWebpage"_L1);
     setWindowTitle(u"View as Webpage"_s);
-    CreateControls();
+    MakeControls();
     Form_Load();
 }
 
-void frmViewAsWebpage::CreateControls()
+void frmViewAsWebpage::MakeControls()
 {
     auto *fraColumns = new QGroupBox(u"Also Include:"_s);
     fraColumns->setObjectName("fraColumns"_L1);

@@ -22,7 +22,7 @@ public:
     frmViewAsWebpage(const ReportSource &source, clsINI &settings, UserPrompts &prompts, QWidget *parent = nullptr);
 
 private:
-    void CreateControls();
+    void MakeControls();
     void Form_Load();
     void chkCol_Click(const QCheckBox &box);
     void cmdView_Click();

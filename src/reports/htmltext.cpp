@@ -52,11 +52,11 @@ void AppendCharacter(std::string &page, char32_t character)
 size_t PlainLength(std::string_view text)
 {
     // Nearly all text is plain, so it is looked through by eight characters at a time.
-    constexpr quint64 highBits = 0x8080808080808080;
+    constexpr quint64 kHighBits = 0x8080808080808080;
     size_t length = 0;
     for (quint64 eight = 0; length + sizeof eight <= text.size(); length += sizeof eight) {
         std::memcpy(&eight, text.data() + length, sizeof eight);
-        if ((eight & highBits) != 0)
+        if ((eight & kHighBits) != 0)
             break;
     }
     return static_cast<size_t>(std::find_if_not(text.begin() + length, text.end(), kIsAscii) - text.begin());

@@ -55,7 +55,7 @@ frmSearch::frmSearch(SearchCriteria &remembered, const QStringList &types, Forma
 {
     setObjectName("frmSearch"_L1);
     setWindowTitle(u"Search"_s);
-    CreateControls();
+    MakeControls();
     ConnectControls();
     Form_Load(types, formats);
 }

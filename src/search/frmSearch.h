@@ -28,11 +28,11 @@ public:
     bool Cancelled() const { return m_cancelled; }
 
 private:
-    void CreateControls();
-    void CreateFields(QGridLayout &fields);
-    void CreateDateRow(QGridLayout &fields);
-    QWidget *CreateSearchType();
-    QLayout *CreateButtons();
+    void MakeControls();
+    void MakeFields(QGridLayout &fields);
+    void MakeDateRow(QGridLayout &fields);
+    QWidget *MakeSearchType();
+    QLayout *MakeButtons();
     void ConnectControls();
     void Form_Load(const QStringList &types, FormatRegistry &formats);
     void ShowCriteria();

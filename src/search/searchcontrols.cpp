@@ -45,23 +45,23 @@ Field *AddField(QGridLayout &fields, const QString &caption, QLatin1StringView n
 
 } // namespace
 
-void frmSearch::CreateControls()
+void frmSearch::MakeControls()
 {
     auto *columns = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
     columns->addLayout(left);
     auto *fields = new QGridLayout;
     left->addLayout(fields);
-    CreateFields(*fields);
-    left->addWidget(CreateSearchType());
+    MakeFields(*fields);
+    left->addWidget(MakeSearchType());
     left->addStretch();
-    columns->addLayout(CreateButtons());
+    columns->addLayout(MakeButtons());
 }
 
-void frmSearch::CreateFields(QGridLayout &fields)
+void frmSearch::MakeFields(QGridLayout &fields)
 {
     cboType = AddField<QComboBox>(fields, u"&Type:"_s, "cboType"_L1);
-    CreateDateRow(fields);
+    MakeDateRow(fields);
     txtShow = AddField<TextBox>(fields, u"&Concert:"_s, "txtShow"_L1);
     txtVenue = AddField<TextBox>(fields, u"Ven&ue:"_s, "txtVenue"_L1);
     txtLength = AddField<LengthBox>(fields, u"&Length:"_s, "txtLength"_L1);
@@ -79,7 +79,7 @@ void frmSearch::CreateFields(QGridLayout &fields)
     IgnoreWheelWithoutFocus(*icbFormat);
 }
 
-void frmSearch::CreateDateRow(QGridLayout &fields)
+void frmSearch::MakeDateRow(QGridLayout &fields)
 {
     cboYear = NewField<QComboBox>(this, "cboYear"_L1);
     cboMonth = NewField<QComboBox>(this, "cboMonth"_L1);
@@ -96,7 +96,7 @@ void frmSearch::CreateDateRow(QGridLayout &fields)
     MakeDateBoxes(*cboYear, *cboMonth, *cboDay);
 }
 
-QWidget *frmSearch::CreateSearchType()
+QWidget *frmSearch::MakeSearchType()
 {
     auto *fra = new QGroupBox(u"Search Type"_s);
     fra->setObjectName("fra"_L1);
@@ -109,7 +109,7 @@ QWidget *frmSearch::CreateSearchType()
     return fra;
 }
 
-QLayout *frmSearch::CreateButtons()
+QLayout *frmSearch::MakeButtons()
 {
     auto *column = new QVBoxLayout;
     const auto add = [&](const QString &caption, QLatin1StringView name) {

@@ -119,9 +119,8 @@ auto Guarded(const char *moduleName, const char *procName, Procedure &&procedure
     } catch (...) {
         ReportCurrentFailure(moduleName, procName);
     }
-    if constexpr (std::is_void_v<Result>) {
+    if constexpr (std::is_void_v<Result>)
         return false;
-    } else {
+    else
         return std::optional<Result>();
-    }
 }

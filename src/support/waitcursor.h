@@ -21,15 +21,13 @@ class OrdinaryCursor
 public:
     OrdinaryCursor()
     {
-        for (; QGuiApplication::overrideCursor() != nullptr; ++m_busy) {
+        for (; QGuiApplication::overrideCursor() != nullptr; ++m_busy)
             QGuiApplication::restoreOverrideCursor();
-        }
     }
     ~OrdinaryCursor()
     {
-        for (; m_busy > 0; --m_busy) {
+        for (; m_busy > 0; --m_busy)
             QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        }
     }
     OrdinaryCursor(const OrdinaryCursor &) = delete;
     OrdinaryCursor &operator=(const OrdinaryCursor &) = delete;
@@ -41,7 +39,6 @@ private:
 /// Gives the ordinary pointer back, however many scopes have asked for the busy one.
 inline void ResetMousePointer()
 {
-    while (QGuiApplication::overrideCursor() != nullptr) {
+    while (QGuiApplication::overrideCursor() != nullptr)
         QGuiApplication::restoreOverrideCursor();
-    }
 }

@@ -64,9 +64,8 @@ void ScriptedPrompts::ExpectSaveFile(const QString &title, const QString &path)
 
 void ScriptedPrompts::VerifyDone()
 {
-    for (const Expected &expected : m_expected) {
+    for (const Expected &expected : m_expected)
         Fail(u"not asked: %1 \"%2\""_s.arg(KindName(expected.kind), expected.title));
-    }
     m_expected.clear();
 }
 
@@ -102,17 +101,15 @@ QString ScriptedPrompts::SaveFile(const FileRequest &request)
 ScriptedPrompts::Expected ScriptedPrompts::Next(const Asked &asked)
 {
     m_asked.push_back(asked);
-    if (m_whileAsked) {
+    if (m_whileAsked)
         m_whileAsked(asked);
-    }
     if (m_expected.empty() || m_expected.front().kind != asked.kind || m_expected.front().title != asked.title) {
         Fail(u"not expected: %1 \"%2\": %3"_s.arg(KindName(asked.kind), asked.title, asked.text));
         return {asked.kind, asked.title, Answer::Cancel, {}};
     }
     Expected expected = m_expected.front();
     m_expected.pop_front();
-    if (asked.kind == Kind::Message && !IsOffered(expected.answer, asked.buttons)) {
+    if (asked.kind == Kind::Message && !IsOffered(expected.answer, asked.buttons))
         Fail(u"the message \"%1\" has no such button"_s.arg(asked.title));
-    }
     return expected;
 }

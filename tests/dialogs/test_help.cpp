@@ -25,7 +25,7 @@ QList<frmHelp *> Windows()
 {
     QList<frmHelp *> forms;
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (auto *form = qobject_cast<frmHelp *>(window); form != nullptr && form->isVisible())
+        if (auto *form = qobject_cast<frmHelp *>(window); form && form->isVisible())
             forms.append(form);
     }
     return forms;

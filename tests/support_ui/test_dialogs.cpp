@@ -29,7 +29,7 @@ void WhenOpen(Action action)
 {
     QTimer::singleShot(0, qApp, [action] {
         auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog != nullptr);
+        QVERIFY(dialog);
         action(*dialog);
         if (dialog->isVisible()) {
             dialog->reject();
@@ -104,11 +104,10 @@ private slots:
             const auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
             QCOMPARE(label->textFormat(), Qt::PlainText);
             QCOMPARE(label->text(), u"<b>R&B</b>\n?"_s);
-            if (key == 0) {
+            if (key == 0)
                 box.button(QMessageBox::No)->click();
-            } else {
+            else
                 QTest::keyClick(&box, Qt::Key(key));
-            }
         });
         QTEST(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, UserPrompts::Icon::None, buttons), "answer");
         QVERIFY(QGuiApplication::overrideCursor());
@@ -134,12 +133,11 @@ private slots:
         WhenOpen<QInputDialog>([=](QInputDialog &dialog) {
             const auto *label = dialog.findChild<QLabel *>();
             QCOMPARE(label->textFormat(), Qt::PlainText);
-            QVERIFY(label->buddy() != nullptr); // which makes a single "&" a mnemonic
+            QVERIFY(label->buddy()); // which makes a single "&" a mnemonic
             QCOMPARE(label->text(), u"<i>A && B</i>"_s);
             auto *edit = dialog.findChild<QLineEdit *>();
-            if (!typed.isEmpty()) {
+            if (!typed.isEmpty())
                 edit->insert(typed);
-            }
             QTest::keyClick(edit, Qt::Key(key));
         });
         QTEST(prompts.Input(u"<i>A & B</i>"_s, u"Title"_s, u"R&B"_s), "answer");

@@ -47,7 +47,7 @@ void ShowAnd(const FailureReport &report, UserPrompts &prompts, Action action)
     bool shown = false;
     QTimer::singleShot(0, qApp, [&] {
         frmError *form = OpenForm();
-        QVERIFY(form != nullptr);
+        QVERIFY(form);
         shown = true;
         action(*form);
         Click(*form, u"cmdOK"_s);
@@ -62,9 +62,8 @@ class FailingObject : public QObject
 public:
     bool event(QEvent *event) override
     {
-        if (event->type() == QEvent::User) {
+        if (event->type() == QEvent::User)
             throw ProgramError(Failure::Missing, u"lost"_s);
-        }
         return QObject::event(event);
     }
 };
@@ -135,9 +134,8 @@ private slots:
         QTest::addColumn<QString>("proposed");
 
         QStringList many{u"Error.log"_s};
-        for (int i = 1; i < 1000; ++i) {
+        for (int i = 1; i < 1000; ++i)
             many.append(u"Error-%1.log"_s.arg(i, 3, 10, QChar(u'0')));
-        }
         QTest::newRow("none") << QStringList{} << u"Error.log"_s;
         QTest::newRow("one") << QStringList{u"Error.log"_s} << u"Error-001.log"_s;
         QTest::newRow("two") << QStringList{u"Error.log"_s, u"Error-001.log"_s} << u"Error-002.log"_s;

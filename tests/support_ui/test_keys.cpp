@@ -15,9 +15,8 @@ namespace {
 QStringList Years()
 {
     QStringList years;
-    for (int year = 2024; year >= 1940; --year) {
+    for (int year = 2024; year >= 1940; --year)
         years.append(QString::number(year));
-    }
     return years;
 }
 
@@ -43,9 +42,8 @@ class Picker : public QComboBox
 public:
     Picker()
     {
-        for (const QString &name : {u""_s, u"8-track"_s, u"CD"_s, u"FLAC"_s, u"flute"_s, u"MP3"_s}) {
+        for (const QString &name : {u""_s, u"8-track"_s, u"CD"_s, u"FLAC"_s, u"flute"_s, u"MP3"_s})
             addItem(name, name);
-        }
     }
 
 protected:
@@ -150,11 +148,10 @@ private slots:
         const QStringList parts = before.split(u'|');
         box.setEditText(parts.join(QString()));
         const auto start = static_cast<int>(parts[0].size());
-        if (parts.size() == 3) {
+        if (parts.size() == 3)
             box.lineEdit()->setSelection(start, static_cast<int>(parts[1].size()));
-        } else {
+        else
             box.lineEdit()->setCursorPosition(start);
-        }
         Type(box, key);
         QTEST(box.currentText(), "text");
         QTEST(box.lineEdit()->selectedText(), "selected");
@@ -213,9 +210,8 @@ private slots:
         QFETCH(int, modifiers);
         Picker picker;
         picker.setCurrentIndex(from);
-        for (const int key : keys) {
+        for (const int key : keys)
             QTest::keyClick(&picker, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-        }
         QTEST(picker.currentIndex(), "to");
     }
 

@@ -18,17 +18,15 @@ public:
     explicit Settings(UserPrompts &prompts, const QString &values = QString()) : clsINI(prompts)
     {
         SetAllowSaveFile(false);
-        for (const QString &line : values.split(u' ', Qt::SkipEmptyParts)) {
+        for (const QString &line : values.split(u' ', Qt::SkipEmptyParts))
             WriteValue(u"List"_s, line.section(u'=', 0, 0), line.section(u'=', 1));
-        }
     }
 
     QString Text() const
     {
         QStringList lines;
-        for (const QString &key : {u"Left"_s, u"Top"_s, u"Width"_s, u"Height"_s, u"WindowState"_s}) {
+        for (const QString &key : {u"Left"_s, u"Top"_s, u"Width"_s, u"Height"_s, u"WindowState"_s})
             lines.append(ReadString(u"List"_s, key, u"-"_s));
-        }
         return lines.join(u' ');
     }
 };
@@ -92,9 +90,8 @@ private slots:
         ScriptedPrompts prompts;
         Settings settings(prompts, u"Left=15"_s);
         settings.SetAllowSaveFile(true);
-        if ((state & Qt::WindowMinimized) == 0) {
+        if ((state & Qt::WindowMinimized) == 0)
             prompts.ExpectMessage(u"clsINI.SaveFile: No file name"_s);
-        }
         QWidget window;
         window.setGeometry(100, 50, 300, 200);
         window.setWindowState(Qt::WindowStates(state));

@@ -88,9 +88,8 @@ QString QtPrompts::Input(const QString &prompt, const QString &title, const QStr
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog.setTextValue(proposed);
     dialog.findChild<QLineEdit *>()->selectAll();
-    if (ShowModal(dialog) != QDialog::Accepted) {
+    if (ShowModal(dialog) != QDialog::Accepted)
         return {};
-    }
     // Pasted text keeps its line breaks in a line edit; what is asked for is one line.
     return dialog.textValue().removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
 }

@@ -9,9 +9,8 @@ void clsResizeLimits::AddLimits(QWidget &window, int MinX, int MinY, int MaxX, i
     std::erase_if(m_entries, [](const Entry &entry) { return entry.window.isNull(); });
     const bool known =
         std::any_of(m_entries.cbegin(), m_entries.cend(), [&](const Entry &entry) { return entry.window == &window; });
-    if (!known) {
+    if (!known)
         m_entries.push_back({&window, window.minimumSize(), window.maximumSize()});
-    }
     const auto pixels = [ValuesArePixels](int value) { return ValuesArePixels ? value : PixelsFromTwips(value); };
     const auto maximum = [&](int value) { return value == 0 ? QWIDGETSIZE_MAX : pixels(value); };
     window.setMinimumSize(pixels(MinX), pixels(MinY));

@@ -23,9 +23,8 @@ QString ProposedLogName()
 {
     const QString folder = ProgramFolder();
     QString name = u"Error.log"_s;
-    for (int counter = 1; QFileInfo::exists(InFolder(folder, name)); ++counter) {
+    for (int counter = 1; QFileInfo::exists(InFolder(folder, name)); ++counter)
         name = u"Error-%1.log"_s.arg(PadNumber(counter, 3));
-    }
     return name;
 }
 
@@ -34,10 +33,10 @@ QString WithCarriageReturns(QString text)
     return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u"\n"_s, u"\r\n"_s);
 }
 
-QLabel *CreateIcon(QWidget *parent)
+QLabel *MakeIcon(QWidget *parent)
 {
     auto *icon = new QLabel(parent);
-    icon->setObjectName(u"imgIcon"_s);
+    icon->setObjectName("imgIcon"_L1);
     const int size = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, parent);
     const QIcon picture = parent->style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, parent);
     icon->setPixmap(picture.pixmap(QSize(size, size), parent->devicePixelRatioF()));
@@ -48,9 +47,9 @@ QLabel *CreateIcon(QWidget *parent)
 
 frmError::frmError(UserPrompts &prompts, QWidget *owner) : QDialog(owner), m_prompts(prompts)
 {
-    setObjectName(u"frmError"_s);
+    setObjectName("frmError"_L1);
     setWindowTitle(ApplicationTitle() + u" Error"_s);
-    CreateControls();
+    MakeControls();
     resize(kFirstSize);
     cmdOK->setFocus();
 }
@@ -71,13 +70,13 @@ void frmError::SetDetails(const QString &NewDetails)
     txtDetails->setPlainText(NewDetails);
 }
 
-void frmError::CreateControls()
+void frmError::MakeControls()
 {
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(CreateTopRow());
+    layout->addLayout(MakeTopRow());
 
     txtDetails = new QPlainTextEdit(this);
-    txtDetails->setObjectName(u"txtDetails"_s);
+    txtDetails->setObjectName("txtDetails"_L1);
     txtDetails->setReadOnly(true);
     txtDetails->setTabChangesFocus(true);
     auto *label = new QLabel(u"&Details"_s, this);
@@ -85,30 +84,30 @@ void frmError::CreateControls()
     layout->addWidget(label);
     layout->addWidget(txtDetails, 1);
 
-    layout->addLayout(CreateButtonRow());
+    layout->addLayout(MakeButtonRow());
 }
 
-QLayout *frmError::CreateTopRow()
+QLayout *frmError::MakeTopRow()
 {
     lblInfo = new QLabel(u"A fatal error has occurred"_s, this);
-    lblInfo->setObjectName(u"lblInfo"_s);
+    lblInfo->setObjectName("lblInfo"_L1);
     lblInfo->setTextFormat(Qt::PlainText);
     lblInfo->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     auto *row = new QHBoxLayout;
-    row->addWidget(CreateIcon(this), 0, Qt::AlignTop);
+    row->addWidget(MakeIcon(this), 0, Qt::AlignTop);
     row->addWidget(lblInfo, 1);
     return row;
 }
 
-QLayout *frmError::CreateButtonRow()
+QLayout *frmError::MakeButtonRow()
 {
     cmdSave = new QPushButton(u"&Save Report"_s, this);
-    cmdSave->setObjectName(u"cmdSave"_s);
+    cmdSave->setObjectName("cmdSave"_L1);
     cmdSave->setAutoDefault(false);
     connect(cmdSave, &QPushButton::clicked, this, &frmError::cmdSave_Click);
     cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setObjectName("cmdOK"_L1);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmError::accept);
 
@@ -132,9 +131,8 @@ void frmError::SaveReport()
          .folder = ProgramFolder(),
          .extension = u"log"_s,
          .proposed = ProposedLogName()});
-    if (path.isEmpty()) {
+    if (path.isEmpty())
         return;
-    }
     WriteFlatFile(path, WithCarriageReturns(windowTitle() + u"\n\n"_s + Info() + u'\n' + m_details + u'\n'));
     m_prompts.Message(u"Error report saved as: "_s + path, u"Error report saved"_s, UserPrompts::Icon::Information);
 }

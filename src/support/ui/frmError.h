@@ -26,9 +26,9 @@ public:
     void SetDetails(const QString &NewDetails);
 
 private:
-    void CreateControls();
-    QLayout *CreateTopRow();
-    QLayout *CreateButtonRow();
+    void MakeControls();
+    QLayout *MakeTopRow();
+    QLayout *MakeButtonRow();
     void cmdSave_Click();
     void SaveReport();
 

@@ -46,16 +46,13 @@ int VirtualKeyCode(const QKeyEvent &event)
         const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
         return key - Qt::Key_0 + (keypad ? VkKeypad0 : Vk0);
     }
-    if (key >= Qt::Key_A && key <= Qt::Key_Z) {
+    if (key >= Qt::Key_A && key <= Qt::Key_Z)
         return key - Qt::Key_A + VkA;
-    }
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return key - Qt::Key_F1 + VkF1;
-    }
     for (const KeyPair &pair : kSingleKeys) {
-        if (pair.key == key) {
+        if (pair.key == key)
             return pair.code;
-        }
     }
     return 0;
 }

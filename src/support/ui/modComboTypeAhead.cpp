@@ -15,9 +15,8 @@ constexpr int kLastPrintable = 127;
 int FindFirstWithPrefix(const QComboBox &combo, const QString &prefix)
 {
     for (int row = 0; row < combo.count(); ++row) {
-        if (combo.itemText(row).startsWith(prefix, Qt::CaseInsensitive)) {
+        if (combo.itemText(row).startsWith(prefix, Qt::CaseInsensitive))
             return row;
-        }
     }
     return -1;
 }
@@ -46,9 +45,8 @@ std::optional<QString> SearchText(QComboBox &combo, int keyAscii)
         }
         return selected ? text.left(start - 1) : text.chopped(1);
     }
-    if (keyAscii < kFirstPrintable || keyAscii > kLastPrintable) {
+    if (keyAscii < kFirstPrintable || keyAscii > kLastPrintable)
         return std::nullopt;
-    }
     return (selected ? text.left(start) : text) + QChar(keyAscii);
 }
 
@@ -57,13 +55,11 @@ std::optional<QString> SearchText(QComboBox &combo, int keyAscii)
 int ComboTypeAhead(QComboBox &combo, int keyAscii, bool limitToList)
 {
     const std::optional<QString> search = SearchText(combo, keyAscii);
-    if (!search) {
+    if (!search)
         return 0;
-    }
     const int row = FindFirstWithPrefix(combo, *search);
-    if (row < 0) {
+    if (row < 0)
         return limitToList ? 0 : keyAscii;
-    }
     ShowCompleted(combo, row, search->length());
     return 0;
 }

@@ -24,9 +24,8 @@ void SetStartingPoint(QFileDialog &dialog, const UserPrompts::FileRequest &reque
     const QFileInfo proposed(QDir::fromNativeSeparators(request.proposed));
     const bool hasFolder = !request.proposed.isEmpty() && proposed.isAbsolute() && proposed.dir().exists();
     dialog.setDirectory(hasFolder ? proposed.absolutePath() : request.folder);
-    if (!request.proposed.isEmpty()) {
+    if (!request.proposed.isEmpty())
         dialog.selectFile(proposed.fileName());
-    }
 }
 
 void Prepare(QFileDialog &dialog, const UserPrompts::FileRequest &request)
@@ -40,9 +39,8 @@ void Prepare(QFileDialog &dialog, const UserPrompts::FileRequest &request)
 
 QString Run(QFileDialog &dialog)
 {
-    if (ShowModal(dialog) != QDialog::Accepted) {
+    if (ShowModal(dialog) != QDialog::Accepted)
         return {};
-    }
     return QDir::toNativeSeparators(dialog.selectedFiles().value(0));
 }
 
@@ -50,9 +48,8 @@ QStringList Patterns(const QString &filter)
 {
     const QStringList parts = filter.split(u'|');
     QStringList patterns;
-    for (qsizetype i = 1; i < parts.size(); i += 2) {
+    for (qsizetype i = 1; i < parts.size(); i += 2)
         patterns += parts[i].split(u';');
-    }
     return patterns;
 }
 
@@ -61,9 +58,8 @@ QString WithExtension(const QString &path, const UserPrompts::FileRequest &reque
 {
     QStringList patterns = Patterns(request.filter);
     patterns.removeAll(u"*.*"_s);
-    if (path.isEmpty() || request.extension.isEmpty() || QDir::match(patterns, FileTitle(path, true))) {
+    if (path.isEmpty() || request.extension.isEmpty() || QDir::match(patterns, FileTitle(path, true)))
         return path;
-    }
     return path + u'.' + request.extension;
 }
 
@@ -86,9 +82,8 @@ QStringList NameFilters(const QString &filter)
 {
     const QStringList parts = filter.split(u'|');
     QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
         filters.append(u"%1 (%2)"_s.arg(parts[i], QtPatterns(parts[i + 1])));
-    }
     return filters;
 }
 

@@ -23,9 +23,8 @@ QString InfoText(const FailureReport &report)
 {
     QString text = u"Error #%1\r\n"_s.arg(report.number) + u"Module: "_s + report.moduleName + u"\r\nProcedure: "_s +
                    report.procName + u"\r\n"_s;
-    if (report.line > 0) {
+    if (report.line > 0)
         text += u"Line #%1\r\n"_s.arg(report.line);
-    }
     return text;
 }
 
@@ -41,21 +40,21 @@ bool IsShown(const QString &info)
     const QWidgetList windows = QApplication::topLevelWidgets();
     return std::any_of(windows.cbegin(), windows.cend(), [&info](const QWidget *window) {
         const auto *form = qobject_cast<const frmError *>(window);
-        return form != nullptr && form->isVisible() && form->Info() == info;
+        return form && form->isVisible() && form->Info() == info;
     });
 }
 
 /// Where a window's title must be for the user to get hold of it.
 bool TitleIsReachable(QPoint corner, int width)
 {
-    constexpr int titleHeight = 24;
-    constexpr int enoughWidth = 48;
-    constexpr int enoughHeight = 8;
-    const QRect title(corner, QSize(width, titleHeight));
+    constexpr int kTitleHeight = 24;
+    constexpr int kEnoughWidth = 48;
+    constexpr int kEnoughHeight = 8;
+    const QRect title(corner, QSize(width, kTitleHeight));
     const QList<QScreen *> screens = QGuiApplication::screens();
     return std::any_of(screens.cbegin(), screens.cend(), [&](const QScreen *screen) {
         const QRect visible = screen->availableGeometry() & title;
-        return visible.width() >= std::min(enoughWidth, title.width()) && visible.height() >= enoughHeight;
+        return visible.width() >= std::min(kEnoughWidth, title.width()) && visible.height() >= kEnoughHeight;
     });
 }
 
@@ -63,9 +62,8 @@ bool TitleIsReachable(QPoint corner, int width)
 QPoint ReachableCorner(QPoint corner, QSize size)
 {
     const QScreen *screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr || TitleIsReachable(corner, size.width())) {
+    if (!screen || TitleIsReachable(corner, size.width()))
         return corner;
-    }
     const QRect area = screen->availableGeometry();
     const auto within = [](int value, int first, int last) { return std::max(first, std::min(value, last)); };
     return {
@@ -89,9 +87,8 @@ void SaveNormalPosition(const QWidget &window, const QString &section, clsINI &s
 void ReadPosition(QWidget &window, const QString &section, const clsINI &settings)
 {
     // A window that nobody has given a size gets it when it is shown; it is needed now.
-    if (!window.testAttribute(Qt::WA_Resized)) {
+    if (!window.testAttribute(Qt::WA_Resized))
         window.adjustSize();
-    }
     const auto read = [&](const QString &key, int pixels) {
         return PixelsFromTwips(settings.ReadLong(section, key, TwipsFromPixels(pixels)));
     };
@@ -124,14 +121,12 @@ void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidge
 void SaveFormPosition(QWidget &window, const QString &section, clsINI &settings)
 {
     Guarded("modGlobal", "SaveFormPosition", [&] {
-        if (window.isMinimized()) {
+        if (window.isMinimized())
             return;
-        }
         const OneSave save(settings);
         const bool maximised = window.isMaximized() || window.isFullScreen();
-        if (!maximised) {
+        if (!maximised)
             SaveNormalPosition(window, section, settings);
-        }
         settings.WriteValue(section, u"WindowState"_s, QString::number(maximised ? kMaximised : kNormal));
     });
 }

@@ -10,9 +10,8 @@ void SelectByEditText(QComboBox &combo)
 {
     const QString text = combo.currentText();
     const int row = text.isEmpty() ? 0 : combo.findData(text, kItemKeyRole);
-    if (row >= 0) {
+    if (row >= 0)
         combo.setCurrentIndex(row);
-    }
 }
 
 bool BeginsWith(const QComboBox &combo, int row, QChar wanted)
@@ -38,12 +37,10 @@ void SelectNextWith(QComboBox &combo, QChar wanted)
 
 void ImageComboKeyDown(QComboBox &imageCombo, int keyCode, int shift)
 {
-    if (imageCombo.currentIndex() < 0) {
+    if (imageCombo.currentIndex() < 0)
         SelectByEditText(imageCombo);
-    }
-    if (shift != 0) {
+    if (shift != 0)
         return;
-    }
     if (keyCode == VkDelete || keyCode == VkBackspace) {
         // The first item chosen again is a choice too, which no change of index would tell.
         if (imageCombo.currentIndex() == 0)

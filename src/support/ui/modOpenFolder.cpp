@@ -26,19 +26,16 @@ bool IsAbsolutePath(const QString &path)
 QUrl AddressOf(const QString &text)
 {
     const QString path = text.trimmed();
-    if (HasScheme(path)) {
+    if (HasScheme(path))
         return QUrl(path);
-    }
     const QFileInfo file(path);
-    if (!IsAbsolutePath(path) && !file.exists()) {
+    if (!IsAbsolutePath(path) && !file.exists())
         return QUrl(u"http://"_s + path);
-    }
     return QUrl::fromLocalFile(file.absoluteFilePath());
 }
 
 void OpenFileWithDefaultProgram(const QString &path)
 {
-    if (!path.trimmed().isEmpty()) {
+    if (!path.trimmed().isEmpty())
         QDesktopServices::openUrl(AddressOf(path));
-    }
 }

@@ -7,12 +7,11 @@
 
 QWidget *DialogOwner(QWidget *mainWindow)
 {
-    if (QWidget *modal = QApplication::activeModalWidget()) {
+    if (QWidget *modal = QApplication::activeModalWidget())
         return modal;
-    }
     // A window that is yet to be shown has no frame. As the owner of a dialog it would be placed without one, and stand
     // higher by its title with every start.
-    return mainWindow != nullptr && mainWindow->isVisible() ? mainWindow : nullptr;
+    return mainWindow && mainWindow->isVisible() ? mainWindow : nullptr;
 }
 
 int ShowModal(QDialog &dialog)
