@@ -21,7 +21,7 @@ class OrdinaryCursor
 public:
     OrdinaryCursor()
     {
-        for (; QGuiApplication::overrideCursor() != nullptr; ++m_busy)
+        for (; QGuiApplication::overrideCursor(); ++m_busy)
             QGuiApplication::restoreOverrideCursor();
     }
     ~OrdinaryCursor()
@@ -39,6 +39,6 @@ private:
 /// Gives the ordinary pointer back, however many scopes have asked for the busy one.
 inline void ResetMousePointer()
 {
-    while (QGuiApplication::overrideCursor() != nullptr)
+    while (QGuiApplication::overrideCursor())
         QGuiApplication::restoreOverrideCursor();
 }
