@@ -1,6 +1,6 @@
 #pragma once
 
-#include "failures.h"
+#include "failurerecorder.h"
 #include "frmMain.h"
 #include "programfolder.h"
 #include "scriptedprompts.h"
@@ -18,18 +18,13 @@ struct Program
     ScriptedPrompts prompts;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<frmMain> window;
-    QStringList failures;
-    FailureReporter earlier;
+    FailureRecorder failures;
 
     Program()
     {
         folder.Write(ExecutableName() + QStringLiteral(".chm"), "help");
         folder.Write(QStringLiteral("formats.ini"), "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
-        earlier = InstallFailureReporter([this](const FailureReport &report) {
-            failures.append(report.moduleName + QChar(u' ') + report.procName);
-        });
     }
-    ~Program() { InstallFailureReporter(earlier); }
 
     void Start(const QString &catalog = {}, bool sizeLimits = true)
     {

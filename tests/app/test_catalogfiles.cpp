@@ -1,7 +1,8 @@
 #include "catalogfiles.h"
 #include "commandline.h"
-#include "failures.h"
+#include "failurerecorder.h"
 #include "recentcatalogs.h"
+#include "table.h"
 #include "testworkspace.h"
 #include "treepane.h"
 
@@ -23,8 +24,7 @@ struct Fixture : TestWorkspace
     RecentCatalogs recent{settings};
     CatalogFiles files{document, pane, recent, prompts};
     QStringList signalled;
-    QStringList failures;
-    FailureReporter earlier;
+    FailureRecorder failures;
 
     Fixture()
     {
@@ -33,9 +33,7 @@ struct Fixture : TestWorkspace
         QObject::connect(&files, &CatalogFiles::opened, &files, [this](bool isOpen) {
             signalled += isOpen ? u"open"_s : u"closed"_s;
         });
-        earlier = InstallFailureReporter([this](const FailureReport &report) { failures.append(report.procName); });
     }
-    ~Fixture() { InstallFailureReporter(earlier); }
 
     QString Catalog(const QString &name) const
     {
@@ -71,13 +69,11 @@ private slots:
 
     void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack_data()
     {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("text");
         const QString notACatalog =
             u"This file does not appear to be a valid catalog file.  Please try another file."_s;
-        QTest::newRow("broken") << QByteArray("<Catalog>") << QString(kError) << u"Error loading concert data!"_s;
-        QTest::newRow("other root") << QByteArray("<catalog/>") << QString(kInvalid) << notACatalog;
+        Table<QByteArray, QString, QString>("contents", "title", "text")
+            .Row("broken", QByteArray("<Catalog>"), QString(kError), u"Error loading concert data!"_s)
+            .Row("other root", QByteArray("<catalog/>"), QString(kInvalid), notACatalog);
     }
 
     void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack()
@@ -214,7 +210,7 @@ private slots:
 
         f.prompts.ExpectMessage(kSave, Answer::Yes);
         f.files.mnuFileOpenCatalog_Click();
-        QCOMPARE(f.failures, QStringList(u"mnuFileSave_Click"_s));
+        QCOMPARE(f.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
         QCOMPARE(f.document.Path(), path);
         QVERIFY(f.document.IsModified());
         QVERIFY(f.document.Catalog());
@@ -228,7 +224,7 @@ private slots:
         f.Signalled();
         f.prompts.ExpectSaveFile(u"New Catalog"_s, f.folder.Path(u"no/such/folder.xml"_s));
         f.files.mnuFileNewCatalog_Click();
-        QCOMPARE(f.failures, QStringList(u"mnuFileNewCatalog_Click"_s));
+        QCOMPARE(f.failures.Names(), QStringList(u"frmMain.mnuFileNewCatalog_Click"_s));
         QCOMPARE(f.Venue(), u"Live.xml"_s);
         QVERIFY(f.signalled.isEmpty());
     }
@@ -250,12 +246,11 @@ private slots:
 
     void recentList_data()
     {
-        QTest::addColumn<QString>("opened");
-        QTest::addColumn<QString>("list");
-        QTest::newRow("five, the last four stay") << u"a b c d e"_s << u"e d c b"_s;
-        QTest::newRow("again goes to the top") << u"a b c a"_s << u"a c b"_s;
-        QTest::newRow("the top again") << u"a b b"_s << u"b a"_s;
-        QTest::newRow("case counts") << u"a A"_s << u"A a"_s;
+        Table<QString, QString>("opened", "list")
+            .Row("five, the last four stay", u"a b c d e"_s, u"e d c b"_s)
+            .Row("again goes to the top", u"a b c a"_s, u"a c b"_s)
+            .Row("the top again", u"a b b"_s, u"b a"_s)
+            .Row("case counts", u"a A"_s, u"A a"_s);
     }
 
     void recentList()

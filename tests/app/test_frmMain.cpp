@@ -1,4 +1,5 @@
 #include "program.h"
+#include "table.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -30,7 +31,7 @@ private slots:
             QVERIFY2(!program.window->findChild<QMenu *>(QLatin1StringView(menu))->isEnabled(), menu);
         QVERIFY(!program.Item("mnuFileSave")->isEnabled());
         QVERIFY(!program.Item("mnuFileDashMRU")->isVisible());
-        QVERIFY(program.failures.isEmpty());
+        QVERIFY(program.failures.reports.empty());
     }
 
     void missingHelpFileIsTold()
@@ -61,11 +62,10 @@ private slots:
 
     void opensTheMostRecentOnlyWhenAskedTo_data()
     {
-        QTest::addColumn<QByteArray>("setting");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("asked") << QByteArray("OpenMRUOnStartup=True\r\n") << u"Discbook: Live (Showing 2 Items)"_s;
-        QTest::newRow("not asked") << QByteArray("OpenMRUOnStartup=False\r\n") << u"Discbook"_s;
-        QTest::newRow("no setting") << QByteArray() << u"Discbook"_s;
+        Table<QByteArray, QString>("setting", "title")
+            .Row("asked", QByteArray("OpenMRUOnStartup=True\r\n"), u"Discbook: Live (Showing 2 Items)"_s)
+            .Row("not asked", QByteArray("OpenMRUOnStartup=False\r\n"), u"Discbook"_s)
+            .Row("no setting", QByteArray(), u"Discbook"_s);
     }
 
     void opensTheMostRecentOnlyWhenAskedTo()
@@ -90,7 +90,7 @@ private slots:
         program.folder.Write(u"Formats/Broken.bmp"_s, "no picture");
         program.prompts.ExpectMessage(u"Unknown format"_s, Answer::Yes);
         program.Start(u"Live.xml"_s);
-        QCOMPARE(program.failures, QStringList({u"frmMain Form_Load"_s, u"frmMain Form_Load"_s}));
+        QCOMPARE(program.failures.Names(), QStringList({u"frmMain.Form_Load"_s, u"frmMain.Form_Load"_s}));
         QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
     }
 
@@ -112,14 +112,11 @@ private slots:
 
     void closingAsksOnlyForAChangedCatalog_data()
     {
-        QTest::addColumn<bool>("changed");
-        QTest::addColumn<Answer>("answer");
-        QTest::addColumn<bool>("closes");
-        QTest::addColumn<bool>("saved");
-        QTest::newRow("unchanged") << false << Answer::Ok << true << false;
-        QTest::newRow("yes") << true << Answer::Yes << true << true;
-        QTest::newRow("no") << true << Answer::No << true << false;
-        QTest::newRow("cancel") << true << Answer::Cancel << false << false;
+        Table<bool, Answer, bool, bool>("changed", "answer", "closes", "saved")
+            .Row("unchanged", false, Answer::Ok, true, false)
+            .Row("yes", true, Answer::Yes, true, true)
+            .Row("no", true, Answer::No, true, false)
+            .Row("cancel", true, Answer::Cancel, false, false);
     }
 
     void closingAsksOnlyForAChangedCatalog()

@@ -148,7 +148,7 @@ private slots:
         program.Choose("mnuFileMRU0");
         QCOMPARE(program.window->windowTitle(), u"Discbook: Day (Showing 3 Items)"_s);
         QVERIFY(program.window->close());
-        QVERIFY(program.failures.isEmpty());
+        QVERIFY(program.failures.reports.empty());
     }
 
     void lookingChangesNothing()

@@ -1,4 +1,5 @@
 #include "modXMLSubs.h"
+#include "table.h"
 #include "testworkspace.h"
 
 #include <QAbstractItemModelTester>
@@ -90,20 +91,18 @@ private slots:
 
     void choicesOfTheView_data()
     {
-        QTest::addColumn<QByteArray>("typesShown");
-        QTest::addColumn<bool>("wrongDate");
-        QTest::addColumn<ViewFilter>("filter");
-        QTest::addColumn<QString>("shown");
         const QByteArray all;
-        QTest::newRow("all") << all << true << ViewFilter::All << u"8|3 2 6|1|5 4|7|9"_s;
-        QTest::newRow("no wrong dates") << all << false << ViewFilter::All << u"8|3 2|1|5 4|7|9"_s;
-        QTest::newRow("lossless") << all << true << ViewFilter::LosslessOnly << u"|2 6||4||"_s;
-        QTest::newRow("lossy") << all << true << ViewFilter::LossyOnly << u"||1|5||9"_s;
-        QTest::newRow("need lossless") << all << true << ViewFilter::NeedLossless << u"8|3|1|5|7|9"_s;
-        QTest::newRow("do not have") << all << true << ViewFilter::DoNotHave << u"8|3|||7|"_s;
-        QTest::newRow("no concerts") << QByteArray("Show-Concert=False\r\n") << true << ViewFilter::All << u"5 4|7|9"_s;
-        QTest::newRow("own type hidden") << QByteArray("Show-Radio=False\r\nShow-Album=False\r\n") << true
-                                         << ViewFilter::All << u"8|3 2 6|1|9"_s;
+        Table<QByteArray, bool, ViewFilter, QString>("typesShown", "wrongDate", "filter", "shown")
+            .Row("all", all, true, ViewFilter::All, u"8|3 2 6|1|5 4|7|9"_s)
+            .Row("no wrong dates", all, false, ViewFilter::All, u"8|3 2|1|5 4|7|9"_s)
+            .Row("lossless", all, true, ViewFilter::LosslessOnly, u"|2 6||4||"_s)
+            .Row("lossy", all, true, ViewFilter::LossyOnly, u"||1|5||9"_s)
+            .Row("need lossless", all, true, ViewFilter::NeedLossless, u"8|3|1|5|7|9"_s)
+            .Row("do not have", all, true, ViewFilter::DoNotHave, u"8|3|||7|"_s)
+            .Row("no concerts", QByteArray("Show-Concert=False\r\n"), true, ViewFilter::All, u"5 4|7|9"_s)
+            .Row(
+                "own type hidden", QByteArray("Show-Radio=False\r\nShow-Album=False\r\n"), true, ViewFilter::All,
+                u"8|3 2 6|1|9"_s);
     }
 
     void choicesOfTheView()

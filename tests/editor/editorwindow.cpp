@@ -62,32 +62,3 @@ QPoint EditorWindow::PicturePoint() const
     const QRect row = trv.visualRect(trv.currentIndex());
     return {row.left() + 8, row.center().y()};
 }
-
-void Type(QWidget &widget, const QString &keys)
-{
-    widget.setFocus(Qt::OtherFocusReason);
-    for (qsizetype i = 0; i < keys.size(); ++i) {
-        switch (keys[i].unicode()) {
-        case u'\b':
-            QTest::keyClick(&widget, Qt::Key_Backspace);
-            break;
-        case u'\t':
-            QTest::keyClick(&widget, Qt::Key_Tab, Qt::ControlModifier);
-            break;
-        case u'\r':
-            QTest::keyClick(&widget, Qt::Key_Return);
-            break;
-        case u'~': {
-            QInputMethodEvent composed;
-            composed.setCommitString(QString(keys[++i]));
-            QCoreApplication::sendEvent(&widget, &composed);
-            break;
-        }
-        case u'^':
-            QTest::keyClick(&widget, keys[++i].toLatin1(), Qt::ControlModifier);
-            break;
-        default:
-            QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(keys[i]), Qt::NoModifier);
-        }
-    }
-}

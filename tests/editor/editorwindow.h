@@ -6,6 +6,7 @@
 #include "testworkspace.h"
 #include "treemouse.h"
 #include "treepane.h"
+#include "typist.h"
 
 #include <QAction>
 #include <QRegularExpression>
@@ -52,7 +53,3 @@ struct EditorWindow : TestWorkspace
     /// A point on the picture of the current node.
     QPoint PicturePoint() const;
 };
-
-/// Presses keys on a widget that gets the focus first. "\b" is Backspace, "\t" is typed with Ctrl, "\r" is Enter, "^z"
-/// is Ctrl+Z, "~é" composes an é.
-void Type(QWidget &widget, const QString &keys);

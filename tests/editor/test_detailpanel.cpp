@@ -1,4 +1,5 @@
 #include "editorwindow.h"
+#include "table.h"
 
 #include "notebox.h"
 
@@ -69,12 +70,11 @@ private slots:
 
     void filling_data()
     {
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("concert") << u"1"_s << u"Concert|1994|7|0|Hall|||FLAC||2001-02-03*|Ven&ue Show|||"_s;
-        QTest::newRow("no type, odd numbers") << u"2"_s << u"Concert|1999|0|0|Barn||||wrong||Ven&ue Show||a/b\\c|"_s;
-        QTest::newRow("album") << u"3"_s << u"Album|0|0|0|Best|2:10:00||MP3|||T&itle|one/two (a, b)/three||"_s;
-        QTest::newRow("type of the user's own") << u"4"_s << u"Radio|1990|0|0|Studio|||||last week*|Ven&ue Show|||"_s;
+        Table<QString, QString>("id", "shown")
+            .Row("concert", u"1"_s, u"Concert|1994|7|0|Hall|||FLAC||2001-02-03*|Ven&ue Show|||"_s)
+            .Row("no type, odd numbers", u"2"_s, u"Concert|1999|0|0|Barn||||wrong||Ven&ue Show||a/b\\c|"_s)
+            .Row("album", u"3"_s, u"Album|0|0|0|Best|2:10:00||MP3|||T&itle|one/two (a, b)/three||"_s)
+            .Row("type of the user's own", u"4"_s, u"Radio|1990|0|0|Studio|||||last week*|Ven&ue Show|||"_s);
     }
 
     void filling()
@@ -164,17 +164,15 @@ private slots:
 
     void notes_data()
     {
-        QTest::addColumn<QString>("pasted");
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("line breaks") << u"a\r\nb\nc"_s << u"\rd"_s << u"a\\nb\\nc\\nd"_s;
-        QTest::newRow("tabs") << u"a\tb"_s << u"\tc"_s << u"a\\tb\\tc"_s;
-        QTest::newRow("no-break space") << u"a\u00a0b"_s << u"\u00a0"_s << u"a\u00a0b\u00a0"_s;
-        QTest::newRow("backslashes, markup") << u"C:\\new <x & y"_s << u""_s << u"C:\\\\new &lt;x &amp; y"_s;
-        QTest::newRow("outer breaks") << u"\n\na"_s << u"\r\r"_s << u"a"_s;
-        QTest::newRow("forbidden characters") << u"a\x0b\x0c\x01"_s << u"b"_s << u"ab"_s;
-        QTest::newRow("beyond 16 bits") << u"𝄞"_s << u""_s << u"𝄞"_s;
-        QTest::newRow("undo") << u"a"_s << u"b\rc^z^z^z"_s << u"a"_s;
+        Table<QString, QString, QString>("pasted", "keys", "stored")
+            .Row("line breaks", u"a\r\nb\nc"_s, u"\rd"_s, u"a\\nb\\nc\\nd"_s)
+            .Row("tabs", u"a\tb"_s, u"\tc"_s, u"a\\tb\\tc"_s)
+            .Row("no-break space", u"a\u00a0b"_s, u"\u00a0"_s, u"a\u00a0b\u00a0"_s)
+            .Row("backslashes, markup", u"C:\\new <x & y"_s, u""_s, u"C:\\\\new &lt;x &amp; y"_s)
+            .Row("outer breaks", u"\n\na"_s, u"\r\r"_s, u"a"_s)
+            .Row("forbidden characters", u"a\x0b\x0c\x01"_s, u"b"_s, u"ab"_s)
+            .Row("beyond 16 bits", u"𝄞"_s, u""_s, u"𝄞"_s)
+            .Row("undo", u"a"_s, u"b\rc^z^z^z"_s, u"a"_s);
     }
 
     void notes()
@@ -361,12 +359,10 @@ private slots:
 
     void typeChange_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("node");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("album") << u"Album"_s << u"Albums > 1994 - Hall [Unchecked]"_s << u"T&itle"_s;
-        QTest::newRow("interview") << u"Interview"_s << u"Interviews > 1994 - Hall [Unchecked]"_s << u"Ven&ue"_s;
-        QTest::newRow("own") << u"R&B"_s << u"R&B > 1994-?\?-?\? - Hall [Unchecked]"_s << u"Ven&ue Show"_s;
+        Table<QString, QString, QString>("type", "node", "caption")
+            .Row("album", u"Album"_s, u"Albums > 1994 - Hall [Unchecked]"_s, u"T&itle"_s)
+            .Row("interview", u"Interview"_s, u"Interviews > 1994 - Hall [Unchecked]"_s, u"Ven&ue"_s)
+            .Row("own", u"R&B"_s, u"R&B > 1994-?\?-?\? - Hall [Unchecked]"_s, u"Ven&ue Show"_s);
     }
 
     void typeChange()

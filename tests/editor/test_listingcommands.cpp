@@ -1,4 +1,5 @@
 #include "editorwindow.h"
+#include "table.h"
 #include "treewalk.h"
 
 #include <QCheckBox>
@@ -152,15 +153,15 @@ private slots:
 
     void newSourceThatNobodyWouldSee_data()
     {
-        QTest::addColumn<ViewFilter>("filter");
-        QTest::addColumn<QString>("refusal");
         const auto refusal = u"The current filter would not show a new recording so none can be added."_s;
-        QTest::newRow("no types") << ViewFilter::All
-                                  << u"You are currently not viewing any recording types so none can be added."_s;
-        QTest::newRow("lossless") << ViewFilter::LosslessOnly << refusal;
-        QTest::newRow("lossy") << ViewFilter::LossyOnly << refusal;
-        QTest::newRow("need lossless") << ViewFilter::NeedLossless << QString();
-        QTest::newRow("do not have") << ViewFilter::DoNotHave << QString();
+        Table<ViewFilter, QString>("filter", "refusal")
+            .Row(
+                "no types", ViewFilter::All,
+                u"You are currently not viewing any recording types so none can be added."_s)
+            .Row("lossless", ViewFilter::LosslessOnly, refusal)
+            .Row("lossy", ViewFilter::LossyOnly, refusal)
+            .Row("need lossless", ViewFilter::NeedLossless, QString())
+            .Row("do not have", ViewFilter::DoNotHave, QString());
     }
 
     void newSourceThatNobodyWouldSee()
@@ -211,12 +212,11 @@ private slots:
 
     void deleting_data()
     {
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("selected");
-        QTest::newRow("first") << u"1"_s << u"s2"_s;
-        QTest::newRow("middle") << u"2"_s << u"s3"_s;
-        QTest::newRow("last of its group") << u"6"_s << u"s5"_s;
-        QTest::newRow("only one of its group") << u"4"_s << u"Albums"_s;
+        Table<QString, QString>("id", "selected")
+            .Row("first", u"1"_s, u"s2"_s)
+            .Row("middle", u"2"_s, u"s3"_s)
+            .Row("last of its group", u"6"_s, u"s5"_s)
+            .Row("only one of its group", u"4"_s, u"Albums"_s);
     }
 
     void deleting()
@@ -244,12 +244,11 @@ private slots:
 
     void selectAll_data()
     {
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<QString>("selected");
-        QTest::newRow("text box") << u"txtVenue"_s << u"x"_s;
-        QTest::newRow("several lines") << u"txtComment"_s << u"two"_s;
-        QTest::newRow("combo box") << u"cboYear"_s << u""_s;
-        QTest::newRow("picker") << u"icbFormat"_s << u""_s;
+        Table<QString, QString>("control", "selected")
+            .Row("text box", u"txtVenue"_s, u"x"_s)
+            .Row("several lines", u"txtComment"_s, u"two"_s)
+            .Row("combo box", u"cboYear"_s, u""_s)
+            .Row("picker", u"icbFormat"_s, u""_s);
     }
 
     void selectAll()
