@@ -4,6 +4,7 @@
 #include "fields.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
+#include "xmlwriter.h"
 
 #include <algorithm>
 #include <cstring>
@@ -151,13 +152,13 @@ void CatalogDocument::RemoveListing(pugi::xml_node listing)
 void CatalogDocument::SetField(pugi::xml_node listing, const char *field, const QString &value)
 {
     WriteAttribute(listing, field, value);
-    TellEdited(listing, field);
+    SignalEdited(listing, field);
 }
 
 void CatalogDocument::SetText(pugi::xml_node listing, const char *element, const QString &text)
 {
     WriteTextElement(listing, element, text);
-    TellEdited(listing, element);
+    SignalEdited(listing, element);
 }
 
 void CatalogDocument::SetFormat(pugi::xml_node listing, const QString &format, QDate today)
@@ -169,7 +170,7 @@ void CatalogDocument::SetFormat(pugi::xml_node listing, const QString &format, Q
     SetField(listing, Field::kFormat, format);
 }
 
-void CatalogDocument::TellEdited(pugi::xml_node listing, const char *name)
+void CatalogDocument::SignalEdited(pugi::xml_node listing, const char *name)
 {
     SetModified(true);
     emit listingEdited(listing, name);
@@ -186,22 +187,22 @@ QStringList CatalogDocument::Entries(CatalogList list) const
 void CatalogDocument::AddEntry(CatalogList list, const QString &text)
 {
     SetElementText(AppendChild(ElementOf(list)), text);
-    TellEntriesChanged(list);
+    SignalEntriesChanged(list);
 }
 
 void CatalogDocument::RenameEntry(CatalogList list, const QString &text, const QString &newText)
 {
     SetElementText(FindEntry(list, text), newText);
-    TellEntriesChanged(list);
+    SignalEntriesChanged(list);
 }
 
 void CatalogDocument::RemoveEntry(CatalogList list, const QString &text)
 {
     Catalog().remove_child(FindEntry(list, text));
-    TellEntriesChanged(list);
+    SignalEntriesChanged(list);
 }
 
-void CatalogDocument::TellEntriesChanged(CatalogList list)
+void CatalogDocument::SignalEntriesChanged(CatalogList list)
 {
     SetModified(true);
     emit entriesChanged(list);

@@ -114,8 +114,8 @@ signals:
 private:
     void SetModified(bool modified);
     void TakeInNew(pugi::xml_node listing);
-    void TellEdited(pugi::xml_node listing, const char *name);
-    void TellEntriesChanged(CatalogList list);
+    void SignalEdited(pugi::xml_node listing, const char *name);
+    void SignalEntriesChanged(CatalogList list);
     pugi::xml_node FindEntry(CatalogList list, const QString &text) const;
     /// The Catalog element; throws ProgramError when there is none.
     pugi::xml_node RequiredCatalog() const;

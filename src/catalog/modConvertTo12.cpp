@@ -1,19 +1,19 @@
 #include "modConvertTo12.h"
 
-#include "catalogmerge.h"
 #include "failures.h"
 #include "fields.h"
-#include "flatfile.h"
+#include "listingindex.h"
 #include "modXMLSubs.h"
+#include "numbers.h"
 #include "paths.h"
 #include "prompts.h"
 #include "xmlfile.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QScopeGuard>
 
+#include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <variant>
 
@@ -22,9 +22,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto kModule = "modConvertTo12";
-constexpr auto kMergedSuffix = ".converted"_L1;
 
-/// Why a conversion does not take place; without a text when that was reported already.
+/// Why a conversion does not take place.
 struct Refusal
 {
     QString text;
@@ -38,50 +37,13 @@ struct Input
     XmlFile user;
 };
 
-/// The file itself, there or not, when the path is a link to it: the link is to lead to the converted catalog.
-QString WithoutLinks(const QString &path)
-{
-    constexpr int kMaxLinks = 40;
-    QFileInfo info(path);
-    for (int links = 0; info.isSymbolicLink() && links < kMaxLinks; ++links)
-        info.setFile(info.symLinkTarget());
-    return info.filePath();
-}
-
-/// All files that a conversion touches.
-struct Files
-{
-    Files(const QString &catalogPath, const QString &userPath)
-        : catalog(WithoutLinks(catalogPath)),
-          user(userPath),
-          merged(catalog + kMergedSuffix),
-          backupFolder(InFolder(ProgramFolder(), u"Conversion Backup"_s)),
-          catalogBackup(InFolder(backupFolder, FileTitle(catalog, true))),
-          userBackup(InFolder(backupFolder, FileTitle(userPath, true)))
-    {
-    }
-
-    QString catalog;
-    QString user;
-    QString merged;
-    QString backupFolder;
-    QString catalogBackup;
-    QString userBackup;
-};
-
 bool HasRoot(const XmlFile &file, std::string_view name)
 {
     const pugi::xml_node root = file.document->document_element();
     return root.name() == name && *root.attribute("xmlns").value() == '\0';
 }
 
-bool IsInBackupFolder(const Files &files)
-{
-    const QFileInfo backups(files.backupFolder);
-    return backups.exists() && QFileInfo(QFileInfo(files.catalog).absolutePath()) == backups;
-}
-
-std::variant<Input, Refusal> LoadInput(const Files &files)
+std::variant<Input, Refusal> LoadInput(const ConversionFiles &files)
 {
     auto catalog = LoadXml(files.catalog);
     if (!catalog)
@@ -95,63 +57,101 @@ std::variant<Input, Refusal> LoadInput(const Files &files)
         return Refusal{u"Error reading user file."_s};
     if (!HasRoot(*user, "User"))
         return Refusal{u"File does not appear to be a valid user catalog file."_s};
-    if (IsInBackupFolder(files))
+    if (files.IsInBackupFolder())
         return Refusal{
             u"This catalog is a backup of an earlier conversion.  Please copy it and its user file to another folder first."_s};
     return Input{std::move(*catalog), std::move(*user)};
 }
 
-void Delete(const QString &path)
+/// The formats by their old codes, from 1 on.
+const std::array<QString, 10> &FormatNames()
 {
-    QFile file(path);
-    if (!file.remove())
-        throw ProgramError(Failure::Write, file.errorString() + u": "_s + QDir::toNativeSeparators(path));
+    static const std::array<QString, 10> names = {u"FLAC"_s, u"MP3"_s, u"SHN"_s, u"CD"_s,   u"LP"_s,
+                                                  u"Tape"_s, u"VHS"_s, u"DVD"_s, u"MPEG"_s, u"Quicktime"_s};
+    return names;
 }
 
-void Rename(const QString &from, const QString &to)
+bool Has(pugi::xml_node element, const char *attribute)
 {
-    QFile file(from);
-    if (!file.rename(to))
-        throw ProgramError(Failure::Write, file.errorString() + u": "_s + QDir::toNativeSeparators(to));
+    return !element.attribute(attribute).empty();
 }
 
-void BackUp(const QString &path, const QString &backup)
+/// Turns an old format code into a format. Codes of several letters tell of a lossless copy by "D", else of a lossy one
+/// by "M".
+void WriteFormat(pugi::xml_node item, pugi::xml_node userItem)
 {
-    WriteFileAtomically(backup, ReadWholeFile(path));
+    if (!Has(userItem, "FileType"))
+        return;
+    const QString code = ReadAttribute(userItem, "FileType");
+    if (code.contains(u'D'))
+        WriteAttribute(userItem, "FileType", u"1"_s);
+    else if (code.contains(u'M'))
+        WriteAttribute(userItem, "FileType", u"2"_s);
+    WriteAttribute(item, Field::kFormat, FormatNameFromCode(ReadAttribute(userItem, "FileType")));
 }
 
-void WriteMerged(const XmlFile &catalog, const Files &files)
+void CopyAttribute(pugi::xml_node item, const char *name, pugi::xml_node userItem, const char *userName)
 {
-    // One that a conversion cut off earlier has left; write-protected, it could not be replaced.
-    QFile::remove(files.merged);
-    SaveXml(*catalog.document, catalog.encoding, files.merged);
-    QFile::setPermissions(files.merged, QFile::permissions(files.catalog));
+    if (Has(userItem, userName))
+        WriteAttribute(item, name, ReadAttribute(userItem, userName));
 }
 
-/// Nothing is deleted before everything that is needed to go on lies on the disk. Once the catalog is gone, the merged
-/// file stays whatever happens: FinishInterruptedConversion goes on from there.
-void ReplaceFiles(const XmlFile &catalog, const Files &files, const std::function<void(ConversionStep)> &done)
+void WriteMerged(const char *name, pugi::xml_node item, pugi::xml_node userItem)
 {
-    auto dropMerged = qScopeGuard([&files] { QFile::remove(files.merged); });
-    WriteMerged(catalog, files);
-    done(ConversionStep::MergedFileWritten);
-    if (!QDir().mkpath(files.backupFolder))
-        throw ProgramError(Failure::Write, u"Cannot make the folder "_s + files.backupFolder);
-    BackUp(files.catalog, files.catalogBackup);
-    done(ConversionStep::CatalogBackedUp);
-    BackUp(files.user, files.userBackup);
-    done(ConversionStep::UserFileBackedUp);
-    Delete(files.catalog);
-    dropMerged.dismiss();
-    done(ConversionStep::CatalogDeleted);
-    Delete(files.user);
-    done(ConversionStep::UserFileDeleted);
-    Rename(files.merged, files.catalog);
-    done(ConversionStep::MergedFileRenamed);
+    WriteAttribute(item, name, MergedAttribute(name, item, userItem));
+}
+
+/// A listing without a type in either file keeps none; it reads as a concert.
+void MergeItem(pugi::xml_node item, pugi::xml_node userItem)
+{
+    WriteMerged(Field::kWrongDate, item, userItem);
+    WriteMerged(Field::kType, item, userItem);
+    WriteFormat(item, userItem);
+    CopyAttribute(item, Field::kSeeder, userItem, Field::kSeeder);
+    CopyAttribute(item, Field::kStored, userItem, Field::kStored);
+    CopyAttribute(item, Field::kDateAdded, userItem, "Date");
+    for (const char *name :
+         {Field::kYear, Field::kMonth, Field::kDay, Field::kVenue, Field::kShow, Field::kLength, Field::kSource,
+          Field::kGrade})
+        WriteMerged(name, item, userItem);
+    for (const char *name : {Element::kSetList, Element::kNotes, Element::kComment})
+        MergeChild(name, item, userItem);
+}
+
+/// Merges every listing of the catalog and returns the highest ID.
+qint32 MergeListings(pugi::xml_node catalog, pugi::xml_node user)
+{
+    ListingIndex userItems;
+    userItems.Build(user);
+    qint32 highest = 0;
+    for (const pugi::xml_node item : catalog.children(Element::kItem)) {
+        const qint32 id = WholeNumber(ReadNumber(item, Field::kId));
+        highest = qMax(highest, id);
+        MergeItem(item, userItems.Find(std::to_string(id)));
+    }
+    return highest;
+}
+
+void AppendUsersListings(pugi::xml_node catalog, pugi::xml_node user, double highest)
+{
+    for (const pugi::xml_node userItem : user.children(Element::kItem)) {
+        if (!ReadAttribute(userItem, Field::kId).contains(u'u'))
+            continue;
+        const pugi::xml_node item = catalog.append_copy(userItem);
+        WriteAttribute(item, Field::kId, QString::number(WholeNumber(++highest)));
+        WriteFormat(item, item);
+    }
+}
+
+/// Merges what the user file holds into the catalog: the user's data about its listings, then the listings that the
+/// user added. Both trees change; linear in their size. Throws ProgramError when an ID is beyond 32 bits.
+void MergeUserData(pugi::xml_node catalog, pugi::xml_node user)
+{
+    AppendUsersListings(catalog, user, MergeListings(catalog, user));
 }
 
 /// Does the work; says why when there is none to do.
-std::optional<Refusal> Convert(const Files &files, const ConversionObserver &observer)
+std::optional<Refusal> Convert(const ConversionFiles &files, const ConversionObserver &observer)
 {
     const auto working = [&observer](bool on) {
         if (observer.working)
@@ -166,20 +166,11 @@ std::optional<Refusal> Convert(const Files &files, const ConversionObserver &obs
     const Input &loaded = std::get<Input>(input);
     MergeUserData(loaded.catalog.document->document_element(), loaded.user.document->document_element());
     CleanXML(*loaded.catalog.document);
-    ReplaceFiles(loaded.catalog, files, [&observer](ConversionStep step) {
+    files.Replace(loaded.catalog, [&observer](ConversionStep step) {
         if (observer.stepDone)
             observer.stepDone(step);
     });
     return {};
-}
-
-/// A merged file alone does not tell that the backups of its conversion were made; a user file that is not the one
-/// backed up belongs to something else.
-bool IsInterrupted(const Files &files)
-{
-    return !QFileInfo::exists(files.catalog) && QFileInfo::exists(files.merged) &&
-           QFileInfo::exists(files.catalogBackup) && QFileInfo::exists(files.userBackup) &&
-           (!QFileInfo::exists(files.user) || ReadWholeFile(files.user) == ReadWholeFile(files.userBackup));
 }
 
 } // namespace
@@ -198,7 +189,7 @@ bool ConvertFileTo12(
             u"Confirm conversion"_s, UserPrompts::Icon::Question, UserPrompts::Buttons::YesNo);
         if (answer != UserPrompts::Answer::Yes)
             return false;
-        const auto refusal = Convert(Files(catalogPath, userPath), observer);
+        const auto refusal = Convert(ConversionFiles(catalogPath, userPath), observer);
         if (refusal)
             prompts.Message(refusal->text, refusal->title, refusal->icon);
         return !refusal;
@@ -209,12 +200,10 @@ bool ConvertFileTo12(
 bool FinishInterruptedConversion(const QString &catalogPath)
 {
     const auto finished = Guarded(kModule, "FinishInterruptedConversion", [&] {
-        const Files files(catalogPath, UserFilePath(catalogPath));
-        if (!IsInterrupted(files))
+        const ConversionFiles files(catalogPath, UserFilePath(catalogPath));
+        if (!files.IsInterrupted())
             return false;
-        if (QFileInfo::exists(files.user))
-            Delete(files.user);
-        Rename(files.merged, files.catalog);
+        files.Complete();
         return true;
     });
     return finished.value_or(false);
@@ -224,4 +213,29 @@ void FinishInterruptedConversions(const QString &folder)
 {
     for (const QString &name : FilesInFolder(folder, u"*"_s + kMergedSuffix))
         FinishInterruptedConversion(InFolder(folder, name.chopped(kMergedSuffix.size())));
+}
+
+QString FormatNameFromCode(const QString &code)
+{
+    const double number = LeadingNumber(code);
+    for (size_t i = 0; i < FormatNames().size(); ++i) {
+        if (number == static_cast<double>(i + 1))
+            return FormatNames().at(i);
+    }
+    return code == "0"_L1 ? QString() : code;
+}
+
+QString MergedAttribute(const char *name, pugi::xml_node catalogItem, pugi::xml_node userItem)
+{
+    return ReadAttribute(Has(userItem, name) ? userItem : catalogItem, name);
+}
+
+void MergeChild(const char *name, pugi::xml_node catalogItem, pugi::xml_node userItem)
+{
+    const pugi::xml_node child = userItem.child(name);
+    if (!child)
+        return;
+    catalogItem.remove_child(name);
+    catalogItem.append_copy(child);
+    userItem.remove_child(child);
 }

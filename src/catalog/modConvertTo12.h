@@ -1,5 +1,7 @@
 #pragma once
 
+#include "conversionfiles.h"
+
 #include <pugixml.hpp>
 
 #include <QString>
@@ -7,16 +9,6 @@
 #include <functional>
 
 class UserPrompts;
-
-/// The steps of a conversion that change something on disk, in their order.
-enum class ConversionStep {
-    MergedFileWritten, ///< beside the catalog, under a name of its own
-    CatalogBackedUp,
-    UserFileBackedUp,
-    CatalogDeleted,
-    UserFileDeleted,
-    MergedFileRenamed,
-};
 
 /// Who wants to know how a conversion goes on.
 struct ConversionObserver
@@ -29,12 +21,12 @@ struct ConversionObserver
 QString UserFilePath(const QString &catalogPath);
 
 /// Merges the user file of an older catalog into it, after asking: both are backed up and removed, and the merged
-/// catalog takes the catalog's place. False when the user declined, when a file cannot be used (which was told) or when
+/// catalog takes the catalog's place. False when the user declined, when a file cannot be used (which was said) or when
 /// a step failed (which was reported).
 bool ConvertFileTo12(
     const QString &catalogPath, const QString &userPath, UserPrompts &prompts, const ConversionObserver &observer = {});
 
-/// Takes a conversion to its end that was cut off after it had begun to delete: the merged file is then whole, and so
+/// Completes a conversion that was cut off after it had begun to delete: the merged file is then whole, and so
 /// are both backups. In every other state nothing is touched. True when the catalog has come into being.
 bool FinishInterruptedConversion(const QString &catalogPath);
 

@@ -181,12 +181,3 @@ std::optional<XmlFile> LoadXml(const QString &path)
         return std::nullopt;
     }
 }
-
-std::optional<XmlFile> ParseXml(QByteArrayView bytes)
-{
-    try {
-        return bytes.isEmpty() ? std::nullopt : Parse(CopyOf(bytes));
-    } catch (const std::bad_alloc &) {
-        return std::nullopt;
-    }
-}

@@ -4,7 +4,6 @@
 
 #include <pugixml.hpp>
 
-#include <QByteArrayView>
 #include <QString>
 
 #include <memory>
@@ -21,10 +20,3 @@ struct XmlFile
 /// CDATA sections, and text of blanks inside a field. Nothing when the file cannot be read or is not well-formed XML;
 /// then there is no half tree either.
 std::optional<XmlFile> LoadXml(const QString &path);
-
-/// The same for bytes in memory.
-std::optional<XmlFile> ParseXml(QByteArrayView bytes);
-
-/// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step;
-/// throws ProgramError with the old file untouched when that fails.
-void SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path);

@@ -1,6 +1,7 @@
-#include "xmlfile.h"
+#include "xmlwriter.h"
 
 #include "atomicfile.h"
+#include "xmlencoding.h"
 
 #include <exception>
 #include <string_view>

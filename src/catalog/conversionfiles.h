@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+struct XmlFile;
+
+/// The end of a merged file's name, behind that of its catalog.
+inline constexpr QLatin1StringView kMergedSuffix{".converted"};
+
+/// The steps of a conversion that change something on disk, in their order.
+enum class ConversionStep {
+    MergedFileWritten, ///< beside the catalog, under a name of its own
+    CatalogBackedUp,
+    UserFileBackedUp,
+    CatalogDeleted,
+    UserFileDeleted,
+    MergedFileRenamed,
+};
+
+/// All files that a conversion touches, and what it does with them.
+struct ConversionFiles
+{
+    ConversionFiles(const QString &catalogPath, const QString &userPath);
+
+    /// Whether the catalog lies where its own backup would go.
+    bool IsInBackupFolder() const;
+
+    /// Puts the merged catalog in the catalog's place, after both files were backed up. Throws ProgramError when a step
+    /// fails.
+    void Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const;
+
+    /// Whether a conversion was cut off after it had begun to delete.
+    bool IsInterrupted() const;
+    /// Does what such a conversion has left to do.
+    void Complete() const;
+
+    QString catalog;
+    QString user;
+    QString merged;
+    QString backupFolder;
+    QString catalogBackup;
+    QString userBackup;
+};
