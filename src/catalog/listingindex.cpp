@@ -19,7 +19,7 @@ double Number(QByteArrayView id)
 }
 
 /// Whether an ID is not written as a plain whole number, by which it could be looked up.
-bool IsOdd(QByteArrayView id)
+bool IsIrregular(QByteArrayView id)
 {
     constexpr qsizetype kLongest = 15;
     const bool digits = std::ranges::all_of(id, [](char c) { return c >= '0' && c <= '9'; });
@@ -49,7 +49,7 @@ void ListingIndex::Append(pugi::xml_node listing)
     else
         m_others[Id(first)].push_back(listing);
     m_highest = std::max(m_highest, Number(id));
-    m_oddIds += IsOdd(id) ? 1 : 0;
+    m_irregularIds += IsIrregular(id) ? 1 : 0;
     ++m_size;
 }
 
@@ -61,7 +61,7 @@ void ListingIndex::Remove(pugi::xml_node listing)
     else if (const auto others = m_others.find(id); others != m_others.end())
         std::erase(*others, listing);
     m_highestKnown = m_highestKnown && Number(id) < m_highest;
-    m_oddIds -= IsOdd(id) ? 1 : 0;
+    m_irregularIds -= IsIrregular(id) ? 1 : 0;
     --m_size;
 }
 
@@ -96,7 +96,7 @@ double ListingIndex::HighestId() const
 double ListingIndex::FindHighestId() const
 {
     constexpr int kNear = 1000;
-    if (m_oddIds == 0) {
+    if (m_irregularIds == 0) {
         for (auto id = static_cast<qint64>(m_highest), last = id - kNear; id > last; --id) {
             if (id <= 0 || m_first.contains(QByteArray::number(id)))
                 return static_cast<double>(std::max<qint64>(id, 0));

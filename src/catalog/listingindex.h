@@ -35,7 +35,7 @@ private:
     /// Later listings of an ID that several have, in document order, under the same key. Empty in a sound catalog.
     QHash<QByteArrayView, std::vector<pugi::xml_node>> m_others;
     qsizetype m_size = 0;
-    qsizetype m_oddIds = 0; ///< listings whose ID is not written as a plain whole number
+    qsizetype m_irregularIds = 0; ///< listings whose ID is not written as a plain whole number
     mutable double m_highest = 0;
     mutable bool m_highestKnown = true;
 };

@@ -44,7 +44,7 @@ bool HasNonCharacter(std::string_view text)
     return false;
 }
 
-/// Reads the markup once from start to end. Every step gives false when the text is not well-formed there.
+/// Reads the markup once from start to end. Every step returns false when the text is not well-formed there.
 class MarkupReader
 {
 public:

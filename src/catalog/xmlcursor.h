@@ -8,7 +8,7 @@
 /// document type, to any entity.
 bool HasOnlyReferences(std::string_view text, bool toAnyEntity = false);
 
-/// A place in XML text that moves forward over what is expected there. Whatever gives false has found something else;
+/// A place in XML text that moves forward over what is expected there. Whatever returns false has found something else;
 /// the place means nothing then.
 class XmlCursor
 {

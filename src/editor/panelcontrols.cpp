@@ -1,8 +1,8 @@
 #include "panelcontrols.h"
 
 #include "capitalsbox.h"
+#include "combofilters.h"
 #include "datecombos.h"
-#include "fieldhelpers.h"
 #include "lengthbox.h"
 #include "notebox.h"
 #include "twips.h"

@@ -112,9 +112,9 @@ FormatKind FormatRegistry::FormatClass(const QString &name)
 QString FormatRegistry::GetShowImageKey(const QString &format, bool wrongDate)
 {
     if (wrongDate)
-        return u"WrongDate"_s;
+        return kWrongDatePicture;
     if (format.isEmpty())
-        return u"Unchecked"_s;
+        return kUncheckedPicture;
     int position = FindFormat(format);
     if (position < 0)
         position = AddFormat(format, {}, false);

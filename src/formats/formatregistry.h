@@ -44,14 +44,14 @@ public:
     int FindFormat(const QString &name) const;
 
     /// Registers a format under a class word of formats.ini ("Lossless", "Lossy"; an empty one asks the user, unless
-    /// the class may stand in a part of formats.ini that was not read) and gives its position.
+    /// the class may stand in a part of formats.ini that was not read) and returns its position.
     int AddFormat(const QString &name, const QString &classWord, bool hasPicture);
 
     /// The class of a format; an unknown name is registered first, which asks the user. An empty name has none.
     FormatKind FormatClass(const QString &name);
 
-    /// The picture key of a listing: "WrongDate", "Unchecked" without a format, else that of the format, which is
-    /// registered when it is new.
+    /// The picture key of a listing: kWrongDatePicture, kUncheckedPicture without a format, else that of the format,
+    /// which is registered when it is new.
     QString GetShowImageKey(const QString &format, bool wrongDate);
 
     const PictureList &Pictures() const { return m_pictures; }
@@ -68,7 +68,7 @@ private:
     };
 
     FormatKind AskClass(const QString &name);
-    /// Gives a line for each bitmap that is none.
+    /// Returns a line for each bitmap that is none.
     QStringList LoadBitmaps();
     void LoadNamedFormats();
 

@@ -28,6 +28,12 @@ private:
     QHash<QString, QIcon> m_pictures;
 };
 
+/// The picture key of a listing whose date is wrong.
+inline constexpr QLatin1StringView kWrongDatePicture{"WrongDate"};
+
+/// The picture key of a listing of which nothing is held.
+inline constexpr QLatin1StringView kUncheckedPicture{"Unchecked"};
+
 /// The picture key of a format: "Format" followed by its name.
 QString FormatPictureKey(const QString &formatName);
 

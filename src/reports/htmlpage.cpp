@@ -108,7 +108,7 @@ void Page::WriteColumnNames()
 
 void Page::WriteListing(const Listing &listing)
 {
-    if (IsUnchecked(listing.picture) || IsWrongDate(listing.picture))
+    if (listing.picture == kUncheckedPicture || listing.picture == kWrongDatePicture)
         return;
     const pugi::xml_node element = ElementOf(listing, m_source.document);
     const QString format = FormatNameFromKey(listing.picture);

@@ -32,11 +32,11 @@ private:
 
 bool Decision::Includes(const QString &picture)
 {
-    if (IsWrongDate(picture)) {
+    if (picture == kWrongDatePicture) {
         m_included = false;
         return false;
     }
-    if (IsUnchecked(picture)) {
+    if (picture == kUncheckedPicture) {
         Decide(Is(ListKind::NeedLossless, ListKind::DoNotHave));
         return m_included;
     }

@@ -15,17 +15,6 @@ struct ReportSource
     FormatRegistry &formats;
 };
 
-/// Whether a picture key stands for a listing of which nothing is held.
-inline bool IsUnchecked(const QString &pictureKey)
-{
-    return pictureKey == QLatin1StringView("Unchecked");
-}
-
-inline bool IsWrongDate(const QString &pictureKey)
-{
-    return pictureKey == QLatin1StringView("WrongDate");
-}
-
 /// Visits every listing of the tree, group by group in tree order.
 void ForEachListing(const BrowseTreeModel &tree, const std::function<void(const BrowseTreeModel::Listing &)> &visit);
 

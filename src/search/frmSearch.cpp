@@ -1,8 +1,8 @@
 #include "frmSearch.h"
 
+#include "combofilters.h"
 #include "datecombos.h"
 #include "failures.h"
-#include "fieldhelpers.h"
 #include "formatregistry.h"
 #include "numbers.h"
 

@@ -1,6 +1,6 @@
 #include "capitalsbox.h"
+#include "combofilters.h"
 #include "datecombos.h"
-#include "fieldhelpers.h"
 #include "frmSearch.h"
 #include "lengthbox.h"
 

@@ -31,7 +31,7 @@ public:
     /// The name given to the last LoadINI.
     const QString &FileName() const { return m_fileName; }
 
-    /// Writes the whole model to FileName. A failure is told to the user and to nobody else.
+    /// Writes the whole model to FileName. A failure is shown to the user and not thrown.
     void SaveFile();
     /// Replaces the model by the file's contents; a missing file gives an empty model. Throws ProgramError for a key
     /// line before the first section and for a lone "["; what was read up to there stays, and SaveFile keeps a copy of

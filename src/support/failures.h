@@ -66,7 +66,7 @@ using FailureReporter = std::function<void(const FailureReport &)>;
 /// The call stack of the program: the one global, since every room enters its procedures here.
 clsStack &CallStack();
 
-/// Sets who shows reports, and gives back who did before. Without a reporter, reports go to the standard error output.
+/// Sets who shows reports, and returns who did before. Without a reporter, reports go to the standard error output.
 FailureReporter InstallFailureReporter(FailureReporter reporter);
 
 /// Reports the exception that is being handled, unless that was done; to be called from a catch block.
@@ -102,7 +102,7 @@ auto Reported(const char *moduleName, const char *procName, Procedure &&procedur
 }
 
 /// Runs a procedure under the error convention: its names stand on the call stack while it runs, and whatever it throws
-/// is reported and goes no further. Gives true (or the procedure's value) when it ran to its end, false (or nothing)
+/// is reported and goes no further. Returns true (or the procedure's value) when it ran to its end, false (or nothing)
 /// when it failed, so that a caller can stop there.
 template<class Procedure>
 auto Guarded(const char *moduleName, const char *procName, Procedure &&procedure)

@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// The number at the start of a text: leading blanks, a sign, digits and a decimal fraction. No exponent, no inner
-/// blanks; whatever follows is ignored, and a text that does not start with a number gives 0.
+/// blanks; whatever follows is ignored, and a text that does not start with a number is 0.
 double LeadingNumber(QStringView text);
 
 /// The same for UTF-8 bytes, as the catalog document holds them.

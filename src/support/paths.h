@@ -22,7 +22,7 @@ QString SharedFolder();
 /// ProgramError when the folder cannot be made.
 void PrepareProgramFolder();
 
-/// Sets the folder that ProgramFolder() and SharedFolder() give, for tests and benchmarks.
+/// Sets the folder that ProgramFolder() and SharedFolder() return, for tests and benchmarks.
 void SetProgramFolder(const QString &folder);
 
 /// Joins a folder and a file name with the system's separator.

@@ -17,7 +17,7 @@ public:
 
     QString Path(const QString &name) const { return InFolder(m_dir.path(), name); }
 
-    /// Writes a file, making its folder when needed, and gives its path.
+    /// Writes a file, making its folder when needed, and returns its path.
     QString Write(const QString &name, const QByteArray &contents) const
     {
         QString path = Path(name);

@@ -1,6 +1,6 @@
 #include "datecombos.h"
 
-#include "fieldhelpers.h"
+#include "combofilters.h"
 #include "keycodes.h"
 #include "modComboTypeAhead.h"
 #include "textbox.h"

@@ -11,6 +11,6 @@ inline constexpr int kItemKeyRole = Qt::UserRole;
 /// Backspace go to the first item. `keyCode` and `shift` are those of VirtualKeyCode and ShiftState. The key stays free
 /// for the combo to process too.
 ///
-/// A step is a choice of the user, but as it sets the current index it is told by `currentIndexChanged` only, never by
-/// `activated`: listen to the former, under the flag that marks the filling of the form.
+/// A step is a choice of the user, but as it sets the current index it is signalled by `currentIndexChanged` only,
+/// never by `activated`: listen to the former, under the flag that marks the filling of the form.
 void ImageComboKeyDown(QComboBox &imageCombo, int keyCode, int shift);

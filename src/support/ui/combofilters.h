@@ -6,6 +6,6 @@ class QComboBox;
 void IgnoreWheelWithoutFocus(QComboBox &box);
 
 /// Lets a format picker step to the next item with the pressed letter or digit, and to the first on Delete and
-/// Backspace. A failure is reported under "icbFormat_KeyDown" of the module. A step is told by `currentIndexChanged`
-/// only.
+/// Backspace. A failure is reported under "icbFormat_KeyDown" of the module. A step is signalled by
+/// `currentIndexChanged` only.
 void StepByKeys(QComboBox &picker, const char *moduleName);

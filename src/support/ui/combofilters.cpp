@@ -1,4 +1,4 @@
-#include "fieldhelpers.h"
+#include "combofilters.h"
 
 #include "failures.h"
 #include "keycodes.h"
