@@ -1,11 +1,11 @@
 #include "frmAbout.h"
 
+#include "controls.h"
 #include "paths.h"
 
 #include <QApplication>
 #include <QFormLayout>
 #include <QIcon>
-#include <QLabel>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -16,10 +16,9 @@ constexpr QSize kIconSize(64, 64);
 constexpr int kSpaceBesideIcon = 16;
 constexpr double kTitleScale = 1.6;
 
-QLabel *MakeLabel(const QString &name, const QString &text, QWidget *parent)
+QLabel *MakeText(QWidget *parent, QLatin1StringView name, const QString &text)
 {
-    auto *label = new QLabel(text, parent);
-    label->setObjectName(name);
+    auto *label = MakeControl<QLabel>(parent, name, text);
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
@@ -27,7 +26,7 @@ QLabel *MakeLabel(const QString &name, const QString &text, QWidget *parent)
 
 QLabel *MakeTitle(QWidget *parent)
 {
-    QLabel *title = MakeLabel(u"lblTitle"_s, ApplicationTitle(), parent);
+    QLabel *title = MakeText(parent, "lblTitle"_L1, ApplicationTitle());
     QFont font = title->font();
     font.setPointSizeF(font.pointSizeF() * kTitleScale);
     font.setBold(true);
@@ -37,8 +36,7 @@ QLabel *MakeTitle(QWidget *parent)
 
 QLabel *MakeIcon(QWidget *parent)
 {
-    auto *icon = new QLabel(parent);
-    icon->setObjectName("imgIcon"_L1);
+    auto *icon = MakeControl<QLabel>(parent, "imgIcon"_L1);
     icon->setPixmap(QApplication::windowIcon().pixmap(kIconSize, parent->devicePixelRatioF()));
     icon->setHidden(icon->pixmap().isNull());
     return icon;
@@ -55,16 +53,15 @@ frmAbout::frmAbout(QWidget *parent) : QDialog(parent)
 
 void frmAbout::MakeControls()
 {
-    auto *cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName("cmdOK"_L1);
+    auto *cmdOK = MakeControl<QPushButton>(this, "cmdOK"_L1, u"OK"_s);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::accept);
 
     auto *texts = new QVBoxLayout;
     texts->addWidget(MakeTitle(this));
-    texts->addWidget(MakeLabel(u"lblVersion"_s, u"Version "_s + QCoreApplication::applicationVersion(), this));
+    texts->addWidget(MakeText(this, "lblVersion"_L1, u"Version "_s + QCoreApplication::applicationVersion()));
     texts->addSpacing(kSpaceBesideIcon / 2);
-    texts->addWidget(MakeLabel(u"lblDescription"_s, QStringLiteral(DISCBOOK_DESCRIPTION), this));
+    texts->addWidget(MakeText(this, "lblDescription"_L1, QStringLiteral(DISCBOOK_DESCRIPTION)));
 
     auto *top = new QHBoxLayout;
     top->addWidget(MakeIcon(this), 0, Qt::AlignTop);

@@ -1,5 +1,6 @@
 #include "frmHelp.h"
 
+#include "controls.h"
 #include "failures.h"
 #include "helpbrowser.h"
 #include "helpcontents.h"
@@ -47,11 +48,10 @@ void frmHelp::ShowTopic(int context)
 void frmHelp::MakeControls(UserPrompts &prompts)
 {
     auto *splitter = new QSplitter(this);
-    trvContents = new QTreeWidget(splitter);
-    trvContents->setObjectName("trvContents"_L1);
+    trvContents = MakeControl<QTreeWidget>(splitter, "trvContents"_L1);
     trvContents->setAccessibleName(u"Contents"_s);
     trvContents->setHeaderHidden(true);
-    helpPage = new HelpBrowser(m_file, prompts, splitter);
+    helpPage = MakeControl<HelpBrowser>(splitter, "helpPage"_L1, m_file, prompts);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
     setCentralWidget(splitter);
@@ -68,14 +68,14 @@ void frmHelp::MakeActions()
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    const auto add = [&](const QString &name, const QString &caption, QStyle::StandardPixmap icon) {
+    const auto add = [&](QLatin1StringView name, const QString &caption, QStyle::StandardPixmap icon) {
         QAction *action = bar->addAction(style()->standardIcon(icon), caption);
         action->setObjectName(name);
         return action;
     };
-    QAction *back = add(u"mnuBack"_s, u"&Back"_s, QStyle::SP_ArrowBack);
-    QAction *forward = add(u"mnuForward"_s, u"&Forward"_s, QStyle::SP_ArrowForward);
-    QAction *contents = add(u"mnuContents"_s, u"&Contents"_s, QStyle::SP_DirHomeIcon);
+    QAction *back = add("mnuBack"_L1, u"&Back"_s, QStyle::SP_ArrowBack);
+    QAction *forward = add("mnuForward"_L1, u"&Forward"_s, QStyle::SP_ArrowForward);
+    QAction *contents = add("mnuContents"_L1, u"&Contents"_s, QStyle::SP_DirHomeIcon);
     back->setShortcuts(QKeySequence::Back);
     forward->setShortcuts(QKeySequence::Forward);
     contents->setShortcut(Qt::ALT | Qt::Key_Home);

@@ -1,5 +1,6 @@
 #include "frmSelectCatalog.h"
 
+#include "controls.h"
 #include "failures.h"
 #include "paths.h"
 
@@ -27,12 +28,10 @@ frmSelectCatalog::frmSelectCatalog(QWidget *parent) : QDialog(parent)
 
 void frmSelectCatalog::MakeControls()
 {
-    lst = new QListWidget(this);
-    lst->setObjectName("lst"_L1);
+    lst = MakeControl<QListWidget>(this, "lst"_L1);
     lst->setAccessibleName(u"Catalogs"_s);
     connect(lst, &QListWidget::itemDoubleClicked, this, &frmSelectCatalog::lst_DblClick);
-    cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName("cmdOK"_L1);
+    cmdOK = MakeControl<QPushButton>(this, "cmdOK"_L1, u"OK"_s);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmSelectCatalog::cmdOK_Click);
 

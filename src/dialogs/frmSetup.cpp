@@ -2,6 +2,7 @@
 
 #include "catalogdocument.h"
 #include "clsResizeLimits.h"
+#include "controls.h"
 #include "failures.h"
 #include "paths.h"
 #include "prompts.h"
@@ -23,14 +24,6 @@ constexpr QSize kFirstSize(420, 300);
 bool Same(const QString &left, const QString &right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0;
-}
-
-QPushButton *MakeButton(const QString &name, const QString &caption, QWidget *parent)
-{
-    auto *button = new QPushButton(caption, parent);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    return button;
 }
 
 } // namespace
@@ -58,14 +51,15 @@ frmSetup::~frmSetup()
 
 void frmSetup::MakeControls()
 {
-    lst = new QListWidget(this);
-    lst->setObjectName("lst"_L1);
+    lst = MakeControl<QListWidget>(this, "lst"_L1);
     lst->setUniformItemSizes(true);
     lst->installEventFilter(this);
-    cmdAdd = MakeButton(u"cmdAdd"_s, u"&Add"_s, this);
-    cmdDelete = MakeButton(u"cmdDelete"_s, u"&Delete"_s, this);
+    cmdAdd = MakeControl<QPushButton>(this, "cmdAdd"_L1, u"&Add"_s);
+    cmdDelete = MakeControl<QPushButton>(this, "cmdDelete"_L1, u"&Delete"_s);
     cmdDelete->setEnabled(false);
-    cmdOK = MakeButton(u"cmdOK"_s, u"OK"_s, this);
+    cmdOK = MakeControl<QPushButton>(this, "cmdOK"_L1, u"OK"_s);
+    for (QPushButton *button : {cmdAdd, cmdDelete, cmdOK})
+        button->setAutoDefault(false);
     cmdOK->setDefault(true);
 
     connect(lst, &QListWidget::currentRowChanged, this, &frmSetup::lst_Click);

@@ -18,7 +18,6 @@ HelpBrowser::HelpBrowser(const ChmFile &file, UserPrompts &prompts, QWidget *par
       m_file(file),
       m_prompts(prompts)
 {
-    setObjectName("helpPage"_L1);
     setAccessibleName(u"Help page"_s);
 }
 

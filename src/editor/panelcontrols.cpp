@@ -2,6 +2,7 @@
 
 #include "capitalsbox.h"
 #include "combofilters.h"
+#include "controls.h"
 #include "datecombos.h"
 #include "lengthbox.h"
 #include "notebox.h"
@@ -11,7 +12,6 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QPushButton>
 
 #include <algorithm>
@@ -26,28 +26,10 @@ constexpr int kSpacing = 4;
 /// The letters of a type or format that can be read at least.
 constexpr int kShortestName = 8;
 
-template<class Control>
-Control *Make(QGroupBox &fra, const char *name)
-{
-    auto *control = new Control(&fra);
-    control->setObjectName(QLatin1StringView(name));
-    return control;
-}
-
-/// A caption that belongs to a control: its access key goes there, and screen readers name the control by it.
-QLabel *MakeLabel(QGroupBox &fra, const char *name, QStringView caption, QWidget *control)
-{
-    auto *label = Make<QLabel>(fra, name);
-    label->setTextFormat(Qt::PlainText);
-    label->setText(caption.toString());
-    label->setBuddy(control);
-    return label;
-}
-
 /// A list of names, as narrow as the column however long a name is.
 QComboBox *MakeNameList(QGroupBox &fra, const char *name)
 {
-    auto *box = Make<QComboBox>(fra, name);
+    auto *box = MakeControl<QComboBox>(&fra, name);
     IgnoreWheelWithoutFocus(*box);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setMinimumContentsLength(kShortestName);
@@ -86,8 +68,8 @@ PanelControls::PanelControls(QGroupBox &fra)
 void PanelControls::MakeFields(QGroupBox &fra, QGridLayout &grid)
 {
     for (const PanelField &field : kPanelFields) {
-        QWidget *control = MakeControl(fra, field);
-        grid.addWidget(MakeLabel(fra, field.label, field.caption, control), field.row, field.column - 1);
+        QWidget *control = MakeBox(fra, field);
+        grid.addWidget(MakeLabel(*control, field.caption.toString(), field.label), field.row, field.column - 1);
         grid.addWidget(control, field.row, field.column, 1, field.columns);
     }
     lblVenue = fra.findChild<QLabel *>("lblVenue"_L1);
@@ -95,7 +77,7 @@ void PanelControls::MakeFields(QGroupBox &fra, QGridLayout &grid)
     txtShow = fra.findChild<QLineEdit *>("txtShow"_L1);
 }
 
-QWidget *PanelControls::MakeControl(QGroupBox &fra, const PanelField &field)
+QWidget *PanelControls::MakeBox(QGroupBox &fra, const PanelField &field)
 {
     const auto textBox = [&](QLineEdit *box) {
         textBoxes.push_back({field, *box});
@@ -109,35 +91,33 @@ QWidget *PanelControls::MakeControl(QGroupBox &fra, const PanelField &field)
         StepByKeys(*icbFormat, "frm");
         return icbFormat;
     case PanelField::Kind::Date:
-        dateBoxes.push_back({field, *Make<QComboBox>(fra, field.control)});
+        dateBoxes.push_back({field, *MakeControl<QComboBox>(&fra, field.control)});
         return &dateBoxes.back().box;
     case PanelField::Kind::Length:
-        return textBox(Make<LengthBox>(fra, field.control));
+        return textBox(MakeControl<LengthBox>(&fra, field.control));
     case PanelField::Kind::Capitals:
-        return textBox(Make<CapitalsBox>(fra, field.control));
+        return textBox(MakeControl<CapitalsBox>(&fra, field.control));
     case PanelField::Kind::Line:
-        return textBox(Make<TextBox>(fra, field.control));
+        return textBox(MakeControl<TextBox>(&fra, field.control));
     case PanelField::Kind::Text:
     case PanelField::Kind::TrackList:
         break;
     }
-    noteBoxes.push_back({field, *Make<NoteBox>(fra, field.control)});
+    noteBoxes.push_back({field, *MakeControl<NoteBox>(&fra, field.control)});
     return &noteBoxes.back().box;
 }
 
 void PanelControls::MakeDateAdded(QGroupBox &fra, QGridLayout &grid)
 {
-    chkWrongDate = Make<QCheckBox>(fra, "chkWrongDate");
-    chkWrongDate->setText(u"Wrong Date"_s);
-    lblDateAdded = Make<QLabel>(fra, "lblDateAdded");
+    chkWrongDate = MakeControl<QCheckBox>(&fra, "chkWrongDate"_L1, u"Wrong Date"_s);
+    lblDateAdded = MakeControl<QLabel>(&fra, "lblDateAdded"_L1);
     lblDateAdded->setTextFormat(Qt::PlainText);
-    cmdClearDate = Make<QPushButton>(fra, "cmdClearDate");
-    cmdClearDate->setText(u"Clear"_s);
+    cmdClearDate = MakeControl<QPushButton>(&fra, "cmdClearDate"_L1, u"Clear"_s);
     cmdClearDate->setToolTip(u"Clear date added."_s);
     cmdClearDate->setAccessibleName(u"Clear date added"_s);
 
     grid.addWidget(chkWrongDate, 6, 4, 1, 2);
-    grid.addWidget(MakeLabel(fra, "lblDateLabel", u"Date Added:", lblDateAdded), 7, 0, 1, 2);
+    grid.addWidget(MakeLabel(*lblDateAdded, u"Date Added:"_s, "lblDateLabel"_L1), 7, 0, 1, 2);
     grid.addWidget(lblDateAdded, 7, 2, 1, 2);
     grid.addWidget(cmdClearDate, 7, 4, 1, 2);
 }
@@ -146,9 +126,9 @@ void PanelControls::MakeDateAdded(QGroupBox &fra, QGridLayout &grid)
 void PanelControls::MakeNoteBoxes(QGroupBox &fra, QVBoxLayout &column)
 {
     for (const PanelField &field : kPanelTexts) {
-        QWidget *box = MakeControl(fra, field);
+        QWidget *box = MakeBox(fra, field);
         box->setMinimumHeight(2 * box->fontMetrics().lineSpacing());
-        column.addWidget(MakeLabel(fra, field.label, field.caption, box));
+        column.addWidget(MakeLabel(*box, field.caption.toString(), field.label));
         column.addWidget(box, 1);
     }
 }

@@ -43,7 +43,7 @@ struct PanelControls
     QLineEdit *txtShow = nullptr;
 
 private:
-    QWidget *MakeControl(QGroupBox &fra, const PanelField &field);
+    QWidget *MakeBox(QGroupBox &fra, const PanelField &field);
     void MakeFields(QGroupBox &fra, QGridLayout &grid);
     void MakeDateAdded(QGroupBox &fra, QGridLayout &grid);
     void MakeNoteBoxes(QGroupBox &fra, QVBoxLayout &column);

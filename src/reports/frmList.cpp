@@ -1,6 +1,7 @@
 #include "frmList.h"
 
 #include "clsResizeLimits.h"
+#include "controls.h"
 #include "failures.h"
 #include "flatfile.h"
 #include "modGlobal.h"
@@ -59,8 +60,7 @@ void frmList::MakeControls()
     client->installEventFilter(this);
     setCentralWidget(client);
 
-    lst = new QListView(client);
-    lst->setObjectName("lst"_L1);
+    lst = MakeControl<QListView>(client, "lst"_L1);
     lst->setAccessibleName(u"Listings"_s);
     lst->setUniformItemSizes(true);
     lst->setEditTriggers(QAbstractItemView::NoEditTriggers);

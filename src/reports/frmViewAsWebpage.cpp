@@ -2,6 +2,7 @@
 
 #include "catalogdocument.h"
 #include "clsINI.h"
+#include "controls.h"
 #include "failures.h"
 #include "htmlpage.h"
 #include "paths.h"
@@ -51,19 +52,16 @@ frmViewAsWebpage::frmViewAsWebpage(const ReportSource &source, clsINI &settings,
 
 void frmViewAsWebpage::MakeControls()
 {
-    auto *fraColumns = new QGroupBox(u"Also Include:"_s);
-    fraColumns->setObjectName("fraColumns"_L1);
+    auto *fraColumns = MakeControl<QGroupBox>(this, "fraColumns"_L1, u"Also Include:"_s);
     auto *boxes = new QVBoxLayout(fraColumns);
     const std::array captions{u"Recording &Format"_s, u"&Set List"_s, u"Set &Comments"_s, u"Recording &Notes"_s};
     for (int index = 0; index < static_cast<int>(chkCol.size()); ++index) {
-        auto *box = new QCheckBox(captions[static_cast<size_t>(index)]);
-        box->setObjectName(u"chkCol%1"_s.arg(index));
+        auto *box = MakeControl<QCheckBox>(fraColumns, u"chkCol%1"_s.arg(index), captions[static_cast<size_t>(index)]);
         boxes->addWidget(box);
         chkCol[static_cast<size_t>(index)] = box;
     }
 
-    cmdView = new QPushButton(u"&View"_s);
-    cmdView->setObjectName("cmdView"_L1);
+    cmdView = MakeControl<QPushButton>(this, "cmdView"_L1, u"&View"_s);
     cmdView->setDefault(true);
     connect(cmdView, &QPushButton::clicked, this, &frmViewAsWebpage::cmdView_Click);
 

@@ -51,11 +51,11 @@ void ShowNumber(QComboBox &box, qint32 number)
 
 frmSearch::frmSearch(SearchCriteria &remembered, const QStringList &types, FormatRegistry &formats, QWidget *parent)
     : QDialog(parent),
+      SearchControls(static_cast<QDialog &>(*this)),
       m_criteria(remembered)
 {
     setObjectName("frmSearch"_L1);
     setWindowTitle(u"Search"_s);
-    MakeControls();
     ConnectControls();
     Form_Load(types, formats);
 }

@@ -1,5 +1,6 @@
 #include "frmError.h"
 
+#include "controls.h"
 #include "failures.h"
 #include "flatfile.h"
 #include "numbers.h"
@@ -8,7 +9,6 @@
 
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
@@ -35,8 +35,7 @@ QString WithCarriageReturns(QString text)
 
 QLabel *MakeIcon(QWidget *parent)
 {
-    auto *icon = new QLabel(parent);
-    icon->setObjectName("imgIcon"_L1);
+    auto *icon = MakeControl<QLabel>(parent, "imgIcon"_L1);
     const int size = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, parent);
     const QIcon picture = parent->style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, parent);
     icon->setPixmap(picture.pixmap(QSize(size, size), parent->devicePixelRatioF()));
@@ -75,13 +74,10 @@ void frmError::MakeControls()
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(MakeTopRow());
 
-    txtDetails = new QPlainTextEdit(this);
-    txtDetails->setObjectName("txtDetails"_L1);
+    txtDetails = MakeControl<QPlainTextEdit>(this, "txtDetails"_L1);
     txtDetails->setReadOnly(true);
     txtDetails->setTabChangesFocus(true);
-    auto *label = new QLabel(u"&Details"_s, this);
-    label->setBuddy(txtDetails);
-    layout->addWidget(label);
+    layout->addWidget(MakeLabel(*txtDetails, u"&Details"_s));
     layout->addWidget(txtDetails, 1);
 
     layout->addLayout(MakeButtonRow());
@@ -89,8 +85,7 @@ void frmError::MakeControls()
 
 QLayout *frmError::MakeTopRow()
 {
-    lblInfo = new QLabel(u"A fatal error has occurred"_s, this);
-    lblInfo->setObjectName("lblInfo"_L1);
+    lblInfo = MakeControl<QLabel>(this, "lblInfo"_L1, u"A fatal error has occurred"_s);
     lblInfo->setTextFormat(Qt::PlainText);
     lblInfo->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
@@ -102,12 +97,10 @@ QLayout *frmError::MakeTopRow()
 
 QLayout *frmError::MakeButtonRow()
 {
-    cmdSave = new QPushButton(u"&Save Report"_s, this);
-    cmdSave->setObjectName("cmdSave"_L1);
+    cmdSave = MakeControl<QPushButton>(this, "cmdSave"_L1, u"&Save Report"_s);
     cmdSave->setAutoDefault(false);
     connect(cmdSave, &QPushButton::clicked, this, &frmError::cmdSave_Click);
-    cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName("cmdOK"_L1);
+    cmdOK = MakeControl<QPushButton>(this, "cmdOK"_L1, u"OK"_s);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmError::accept);
 
