@@ -1,11 +1,11 @@
 #include "clsINI.h"
 #include "failures.h"
+#include "flatfile.h"
 #include "scriptedprompts.h"
+#include "table.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <limits>
 
@@ -28,33 +28,31 @@ private slots:
 
     void loadAndSave_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-
-        const auto row = [](const char *name, const char *before, const char *after) {
-            QTest::newRow(name) << QByteArray(before) << QByteArray(after);
-        };
-        row("empty", "", "");
-        row("as written", "[A]\r\nb=1\r\n\r\n[B]\r\nc=2\r\n", "[A]\r\nb=1\r\n\r\n[B]\r\nc=2\r\n");
-        row("repeated section", "[A]\r\nb=1\r\na=2\r\n[A]\r\nc=3", "[A]\r\na=2\r\nb=1\r\n\r\n[A]\r\nc=3\r\n");
-        row("repeated key", "[A]\r\nb=1\r\nb=0\r\n", "[A]\r\nb=1\r\nb=0\r\n");
-        row("empty sections", "[A]\r\n[]\r\n[B]\r\n", "[A]\r\n\r\n[]\r\n\r\n[B]\r\n");
-        row("no closing bracket", "[Main\r\n", "[Mai]\r\n");
-        row("text behind the bracket", "[A] \r\n[B]x\r\n", "[A]]\r\n\r\n[B]]\r\n");
-        row("comments and others", ";c=1\r\n\r\n  \r\nplain\r\n[A]\r\n;k=1\r\n \r\nplain\r\nk=1\r\n", "[A]\r\nk=1\r\n");
-        row("blanks belong to name and value", "[ A ]\r\n k = v \r\n", "[ A ]\r\n k = v \r\n");
-        row("blank before bracket and semicolon", "[A]\r\n [B]\r\n [B]=1\r\n ;c=2\r\n", "[A]\r\n ;c=2\r\n [B]=1\r\n");
-        row("only the first = splits", "[A]\r\nk=a=b\r\n=x\r\nn=\r\n", "[A]\r\n=x\r\nk=a=b\r\nn=\r\n");
-        row("line feeds alone", "[A]\nb=1\n\na=2\n", "[A]\r\na=2\r\nb=1\r\n");
-        row("carriage returns alone", "[A]\rb=1\ra=2", "[A]\r\na=2\r\nb=1\r\n");
-        row("case counts", "[A]\r\nb=1\r\nB=2\r\n[a]\r\n", "[A]\r\nB=2\r\nb=1\r\n\r\n[a]\r\n");
-        row("byte-order mark", "\xEF\xBB\xBF[\xC3\x84]\r\n", "[\xC3\x84]\r\n");
-        row("not UTF-8", "[A]\r\nk=\x80\xE9\r\n", "[A]\r\nk=\xE2\x82\xAC\xC3\xA9\r\n");
+        Table<QByteArray, QByteArray>("before", "after")
+            .Row("empty", "", "")
+            .Row("as written", "[A]\r\nb=1\r\n\r\n[B]\r\nc=2\r\n", "[A]\r\nb=1\r\n\r\n[B]\r\nc=2\r\n")
+            .Row("repeated section", "[A]\r\nb=1\r\na=2\r\n[A]\r\nc=3", "[A]\r\na=2\r\nb=1\r\n\r\n[A]\r\nc=3\r\n")
+            .Row("repeated key", "[A]\r\nb=1\r\nb=0\r\n", "[A]\r\nb=1\r\nb=0\r\n")
+            .Row("empty sections", "[A]\r\n[]\r\n[B]\r\n", "[A]\r\n\r\n[]\r\n\r\n[B]\r\n")
+            .Row("no closing bracket", "[Main\r\n", "[Mai]\r\n")
+            .Row("text behind the bracket", "[A] \r\n[B]x\r\n", "[A]]\r\n\r\n[B]]\r\n")
+            .Row(
+                "comments and others", ";c=1\r\n\r\n  \r\nplain\r\n[A]\r\n;k=1\r\n \r\nplain\r\nk=1\r\n",
+                "[A]\r\nk=1\r\n")
+            .Row("blanks belong to name and value", "[ A ]\r\n k = v \r\n", "[ A ]\r\n k = v \r\n")
+            .Row("blank before [ and ;", "[A]\r\n [B]\r\n [B]=1\r\n ;c=2\r\n", "[A]\r\n ;c=2\r\n [B]=1\r\n")
+            .Row("only the first = splits", "[A]\r\nk=a=b\r\n=x\r\nn=\r\n", "[A]\r\n=x\r\nk=a=b\r\nn=\r\n")
+            .Row("line feeds alone", "[A]\nb=1\n\na=2\n", "[A]\r\na=2\r\nb=1\r\n")
+            .Row("carriage returns alone", "[A]\rb=1\ra=2", "[A]\r\na=2\r\nb=1\r\n")
+            .Row("case counts", "[A]\r\nb=1\r\nB=2\r\n[a]\r\n", "[A]\r\nB=2\r\nb=1\r\n\r\n[a]\r\n")
+            .Row("byte-order mark", "\xEF\xBB\xBF[\xC3\x84]\r\n", "[\xC3\x84]\r\n")
+            .Row("not UTF-8", "[A]\r\nk=\x80\xE9\r\n", "[A]\r\nk=\xE2\x82\xAC\xC3\xA9\r\n");
     }
     void loadAndSave()
     {
         QFETCH(const QByteArray, before);
         Load(before);
+        QVERIFY(m_ini->IsWhole());
         QCOMPARE(FileBytes(), before);
         m_ini->SaveFile();
         QTEST(FileBytes(), "after");
@@ -62,11 +60,9 @@ private slots:
 
     void loadFails_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("read");
-
-        QTest::newRow("key outside") << QByteArray("\r\n;c\r\nk=\x80\r\n[A]\r\n") << QByteArray();
-        QTest::newRow("lone bracket") << QByteArray("[A]\nk=1\n[\n[B]\n") << QByteArray("[A]\r\nk=1\r\n\r\n");
+        Table<QByteArray, QByteArray>("bytes", "read")
+            .Row("key outside", "\r\n;c\r\nk=\x80\r\n[A]\r\n", "")
+            .Row("lone bracket", "[A]\nk=1\n[\n[B]\n", "[A]\r\nk=1\r\n\r\n");
     }
     void loadFails()
     {
@@ -81,10 +77,10 @@ private slots:
                 QVERIFY(error.description().contains(QDir::toNativeSeparators(m_path)));
                 QVERIFY(error.description().endsWith(u" as %1."_s.arg(QFileInfo(copy).fileName())));
             }
-            QVERIFY(!QFile::exists(copy));
+            QVERIFY(!m_ini->IsWhole() && !QFile::exists(copy));
             m_ini->WriteValue(u"S"_s, u"n"_s, u"1"_s);
             m_ini->WriteValue(u"S"_s, u"n"_s, u"v"_s);
-            QCOMPARE(FileBytes(copy), bytes);
+            QCOMPARE(ReadWholeFile(copy), bytes);
             QCOMPARE(FileBytes(), read + "[S]\r\nn=v\r\n");
         }
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 3);
@@ -92,18 +88,16 @@ private slots:
 
     void keyOrder_data()
     {
-        QTest::addColumn<QString>("written");
-        QTest::addColumn<QString>("stored");
-
-        QTest::newRow("numbers") << u"10,9,1"_s << u"1,9,10"_s;
-        QTest::newRow("equal numbers keep their order") << u"2,1,02, 2"_s << u"1,2,02, 2"_s;
-        QTest::newRow("negative") << u"0,-1,-10"_s << u"-10,-1,0"_s;
-        QTest::newRow("texts") << u"b,a,B,_,ab"_s << u"B,_,a,ab,b"_s;
-        QTest::newRow("number among texts") << u"FLAC,12,MP3,8"_s << u"8,12,FLAC,MP3"_s;
-        QTest::newRow("text among numbers") << u"9,10,a,1x"_s << u"1x,9,10,a"_s;
-        QTest::newRow("existing counts as whole") << u"2.4,2"_s << u"2.4,2"_s;
-        QTest::newRow("beyond 32 bits") << u"99999999999,1,99999999998"_s << u"1,99999999998,99999999999"_s;
-        QTest::newRow("code of the character") << u"\u00E4,z,Z"_s << u"Z,z,\u00E4"_s;
+        Table<QString, QString>("written", "stored")
+            .Row("numbers", u"10,9,1"_s, u"1,9,10"_s)
+            .Row("equal numbers keep their order", u"2,1,02, 2"_s, u"1,2,02, 2"_s)
+            .Row("negative", u"0,-1,-10"_s, u"-10,-1,0"_s)
+            .Row("texts", u"b,a,B,_,ab"_s, u"B,_,a,ab,b"_s)
+            .Row("number among texts", u"FLAC,12,MP3,8"_s, u"8,12,FLAC,MP3"_s)
+            .Row("text among numbers", u"9,10,a,1x"_s, u"1x,9,10,a"_s)
+            .Row("existing counts as whole", u"2.4,2"_s, u"2.4,2"_s)
+            .Row("beyond 32 bits", u"99999999999,1,99999999998"_s, u"1,99999999998,99999999999"_s)
+            .Row("code of the character", u"\u00E4,z,Z"_s, u"Z,z,\u00E4"_s);
     }
     void keyOrder()
     {
@@ -117,78 +111,47 @@ private slots:
         QTEST(stored.join(u','), "stored");
     }
 
-    void readString_data()
+    void readsFirstMatchOfTheExactName()
     {
-        QTest::addColumn<QString>("section");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("value");
-
-        QTest::newRow("first section of the name") << u"A"_s << u"a"_s << u"1"_s;
-        QTest::newRow("first key of the name") << u"A"_s << u"k"_s << u"x"_s;
-        QTest::newRow("key of the second section") << u"A"_s << u"c"_s << u"default"_s;
-        QTest::newRow("other case of the section") << u"a"_s << u"a"_s << u"default"_s;
-        QTest::newRow("other case of the key") << u"A"_s << u"K"_s << u"default"_s;
-        QTest::newRow("blank before =") << u"A"_s << u"x"_s << u"default"_s;
-        QTest::newRow("empty value") << u"A"_s << u"e"_s << u""_s;
-    }
-    void readString()
-    {
-        QFETCH(const QString, section);
-        QFETCH(const QString, key);
         Load("[A]\r\na=1\r\nk=x\r\nk=a\r\ne=\r\nx = y\r\n[A]\r\nc=3\r\n");
-        QTEST(m_ini->ReadString(section, key, u"default"_s), "value");
+        QString values;
+        for (const QString &key : {u"a"_s, u"k"_s, u"e"_s, u"c"_s, u"K"_s, u"x"_s})
+            values += m_ini->ReadString(u"A"_s, key, u"none"_s) + u'|';
+        QCOMPARE(values, u"1|x||none|none|none|"_s);
+        QCOMPARE(m_ini->ReadString(u"a"_s, u"a"_s, u"none"_s), u"none"_s);
         QCOMPARE(m_ini->ReadString(u"none"_s, u"none"_s), QString());
         QCOMPARE(m_ini->NumberOfKeys(u"none"_s), 0);
         QCOMPARE(m_ini->KeyName(u"none"_s, 99), QString());
     }
 
-    void readLong_data()
+    void readsNumbersAndFlags()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<int>("number");
-
-        QTest::newRow("missing") << QString() << -5;
-        QTest::newRow("empty") << u""_s << 0;
-        QTest::newRow("leading") << u"12abc"_s << 12;
-        QTest::newRow("text") << u"abc"_s << 0;
-        QTest::newRow("half") << u"-2.5"_s << -2;
-        QTest::newRow("lowest") << u"-2147483648"_s << std::numeric_limits<int>::min();
-    }
-    void readLong()
-    {
-        QFETCH(const QString, value);
         m_ini->SetAllowSaveFile(false);
-        if (!value.isNull())
+        const std::vector<std::pair<QString, int>> numbers = {
+            {u""_s, 0},
+            {u"12abc"_s, 12},
+            {u"abc"_s, 0},
+            {u"-2.5"_s, -2},
+            {u"-2147483648"_s, std::numeric_limits<int>::min()}};
+        QCOMPARE(m_ini->ReadLong(u"S"_s, u"k"_s, -5), -5);
+        for (const auto &[value, number] : numbers) {
             m_ini->WriteValue(u"S"_s, u"k"_s, value);
-        QTEST(m_ini->ReadLong(u"S"_s, u"k"_s, -5), "number");
-    }
-
-    void readFlag_data()
-    {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("fallback");
-        QTest::addColumn<bool>("flag");
-
-        QTest::newRow("True") << u"True"_s << false << true;
-        QTest::newRow("False") << u"False"_s << true << false;
-        QTest::newRow("any case") << u"tRUE"_s << false << true;
-        QTest::newRow("number") << u"1"_s << false << false;
-        QTest::newRow("empty") << u""_s << true << true;
-    }
-    void readFlag()
-    {
-        QFETCH(const QString, value);
-        QFETCH(const bool, fallback);
-        m_ini->SetAllowSaveFile(false);
-        QCOMPARE(m_ini->ReadFlag(u"S"_s, u"k"_s, fallback), fallback);
-        m_ini->WriteValue(u"S"_s, u"k"_s, value);
-        QTEST(m_ini->ReadFlag(u"S"_s, u"k"_s, fallback), "flag");
+            QCOMPARE(m_ini->ReadLong(u"S"_s, u"k"_s, -5), number);
+        }
+        QString flags;
+        for (const QString &value : {u"True"_s, u"tRUE"_s, u"False"_s, u"1"_s, u""_s}) {
+            m_ini->WriteValue(u"S"_s, u"k"_s, value);
+            for (const bool fallback : {false, true})
+                flags += m_ini->ReadFlag(u"S"_s, u"k"_s, fallback) ? u'+' : u'-';
+        }
+        QCOMPARE(flags, u"++++---+-+"_s); // without and with true as the default
+        QVERIFY(m_ini->ReadFlag(u"S"_s, u"none"_s, true) && !m_ini->ReadFlag(u"S"_s, u"none"_s, false));
     }
 
     void firstWriteMakesTheFile()
     {
         m_ini->LoadINI(m_path);
-        QCOMPARE(FileBytes(), "(no file)");
+        QVERIFY(!QFile::exists(m_path));
         m_ini->WriteValue(u"Main"_s, u"Left"_s, u"10"_s);
         QCOMPARE(FileBytes(), "[Main]\r\nLeft=10\r\n");
         m_ini->WriteFlag(u"Main"_s, u"Big"_s, true);
@@ -197,24 +160,27 @@ private slots:
 
     void changes()
     {
-        Load("[A]\r\na=1\r\nb=2\r\nb=3\r\n[B]\r\n[A]\r\nz=9\r\n");
+        Load("[A]\r\na=1\r\nb=2\r\nb=3\r\n[B]\r\nc=4\r\nd=5\r\n[A]\r\nz=9\r\n[C]\r\n");
         m_ini->WriteValue(u"A"_s, u"a"_s, u"zz"_s);
-        QCOMPARE(FileBytes(), "[A]\r\na=zz\r\nb=2\r\nb=3\r\n\r\n[B]\r\n\r\n[A]\r\nz=9\r\n");
+        const QByteArray rest = "\r\n[A]\r\nz=9\r\n\r\n[C]\r\n";
+        QCOMPARE(FileBytes(), "[A]\r\na=zz\r\nb=2\r\nb=3\r\n\r\n[B]\r\nc=4\r\nd=5\r\n" + rest);
 
-        WriteBytes("untouched");
+        WriteFileAtomically(m_path, "untouched");
         m_ini->SetKeyName(u"A"_s, 0, u"x"_s);
         m_ini->SetKeyName(u"none"_s, 0, u"x"_s);
         QCOMPARE(FileBytes(), "untouched");
         m_ini->DeleteKey(u"A"_s, u"none"_s);
-        QCOMPARE(FileBytes(), "[A]\r\nx=zz\r\nb=2\r\nb=3\r\n\r\n[B]\r\n\r\n[A]\r\nz=9\r\n");
+        QCOMPARE(FileBytes(), "[A]\r\nx=zz\r\nb=2\r\nb=3\r\n\r\n[B]\r\nc=4\r\nd=5\r\n" + rest);
         m_ini->DeleteKey(u"A"_s, u"b"_s);
-        QCOMPARE(FileBytes(), "[A]\r\nx=zz\r\nb=3\r\n\r\n[B]\r\n\r\n[A]\r\nz=9\r\n");
+        m_ini->DeleteKey(u"B"_s, u"c"_s);
+        QCOMPARE(FileBytes(), "[A]\r\nx=zz\r\nb=3\r\n\r\n[B]\r\nd=5\r\n" + rest);
+        m_ini->DeleteSection(u"B"_s);
+        QCOMPARE(FileBytes(), "[A]\r\nx=zz\r\nb=3\r\n" + rest);
         m_ini->DeleteSection(u"A"_s);
-        QCOMPARE(FileBytes(), "[B]\r\n\r\n[A]\r\nz=9\r\n");
-        WriteBytes("untouched");
+        QCOMPARE(m_ini->SectionName(1), u"C"_s);
+        WriteFileAtomically(m_path, "untouched");
         m_ini->DeleteSection(u"none"_s);
-        QCOMPARE(FileBytes(), "[B]\r\n\r\n[A]\r\nz=9\r\n");
-        QCOMPARE(m_ini->SectionName(1), u"A"_s);
+        QCOMPARE(FileBytes(), "[A]\r\nz=9\r\n\r\n[C]\r\n");
     }
 
     void lineBreaksStayInsideTheirValue()
@@ -269,7 +235,7 @@ private slots:
 
         // As when the reason has gone by, but what the file holds was never seen.
         QVERIFY(QDir().rmdir(m_path));
-        WriteBytes("[A]\r\na=1\r\n");
+        WriteFileAtomically(m_path, "[A]\r\na=1\r\n");
         m_prompts->ExpectMessage(u"clsINI.SaveFile: The file could not be read and is not replaced"_s);
         m_ini->WriteValue(u"A"_s, u"b"_s, u"2"_s);
         QCOMPARE(FileBytes(), "[A]\r\na=1\r\n");
@@ -281,22 +247,11 @@ private slots:
     }
 
 private:
-    void WriteBytes(const QByteArray &bytes) const
-    {
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(bytes), bytes.size());
-    }
-
-    QByteArray FileBytes(const QString &path = {}) const
-    {
-        QFile file(path.isEmpty() ? m_path : path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(no file)");
-    }
+    QByteArray FileBytes() const { return ReadWholeFile(m_path); }
 
     void Load(const QByteArray &bytes)
     {
-        WriteBytes(bytes);
+        WriteFileAtomically(m_path, bytes);
         m_ini->LoadINI(m_path);
     }
 
