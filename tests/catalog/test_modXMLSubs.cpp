@@ -1,20 +1,11 @@
-#include "failures.h"
+#include "failurerecorder.h"
 #include "modXMLSubs.h"
-
-#include <QTest>
-
-#include <sstream>
+#include "rawxml.h"
+#include "table.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray Raw(const pugi::xml_document &document)
-{
-    std::ostringstream stream;
-    document.save(stream, "", pugi::format_raw | pugi::format_no_declaration);
-    return QByteArray::fromStdString(stream.str());
-}
 
 void Parse(pugi::xml_document &document, const QByteArray &xml)
 {
@@ -30,19 +21,15 @@ class TestModXMLSubs : public QObject
 private slots:
     void escaping_data()
     {
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("shownAgain");
-        QTest::newRow("empty") << u""_s << u""_s << u""_s;
-        QTest::newRow("two lines") << u"a\r\nb"_s << u"a\\nb"_s << u"a\r\nb"_s;
-        QTest::newRow("tab") << u"a\tb"_s << u"a\\tb"_s << u"a\tb"_s;
-        QTest::newRow("backslash") << u"a\\b"_s << u"a\\\\b"_s << u"a\\b"_s;
-        QTest::newRow("backslash before n") << u"C:\\new"_s << u"C:\\\\new"_s << u"C:\\\r\new"_s;
-        QTest::newRow("backslash before t") << u"C:\\tip"_s << u"C:\\\\tip"_s << u"C:\\\tip"_s;
-        QTest::newRow("outer lines") << u"\r\n\r\na\r\n\r\nb\r\n\r\n"_s << u"a\\n\\nb"_s << u"a\r\n\r\nb"_s;
-        QTest::newRow("lines only") << u"\r\n\r\n"_s << u""_s << u""_s;
-        QTest::newRow("blank before line") << u" \r\na"_s << u" \\na"_s << u" \r\na"_s;
-        QTest::newRow("halves of a pair stay") << u"\na\r"_s << u"\na\r"_s << u"\na\r"_s;
+        Table<QString, QString, QString>("shown", "stored", "shownAgain")
+            .Row("empty", u""_s, u""_s, u""_s)
+            .Row("lines, tab and backslash", u"a\r\nb\tc\\d"_s, u"a\\nb\\tc\\\\d"_s, u"a\r\nb\tc\\d"_s)
+            .Row("backslash before n", u"C:\\new"_s, u"C:\\\\new"_s, u"C:\\\r\new"_s)
+            .Row("backslash before t", u"C:\\tip"_s, u"C:\\\\tip"_s, u"C:\\\tip"_s)
+            .Row("outer lines", u"\r\n\r\na\r\n\r\nb\r\n\r\n"_s, u"a\\n\\nb"_s, u"a\r\n\r\nb"_s)
+            .Row("lines only", u"\r\n\r\n"_s, u""_s, u""_s)
+            .Row("blank before line", u" \r\na"_s, u" \\na"_s, u" \r\na"_s)
+            .Row("halves of a pair stay", u"\na\r"_s, u"\na\r"_s, u"\na\r"_s);
     }
     void escaping()
     {
@@ -56,22 +43,18 @@ private slots:
 
     void setList_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("lines");
-        QTest::newRow("commas") << u"a, b, c"_s << u"a\r\nb\r\nc"_s;
-        QTest::newRow("brackets") << u"a (b, c), d"_s << u"a (b, c)\r\nd"_s;
-        QTest::newRow("nested") << u"a ([b, {c, d}], e), f"_s << u"a ([b, {c, d}], e)\r\nf"_s;
-        QTest::newRow("never closed") << u"x, [y"_s << u"x\r\n[y"_s;
-        QTest::newRow("never opened") << u"x, y)"_s << u"x, y)"_s;
-        QTest::newRow("never opened before") << u"x), y"_s << u"x)\r\ny"_s;
-        QTest::newRow("crossed") << u"a, (b, [c, d), e], f"_s << u"a\r\n(b, [c, d), e]\r\nf"_s;
-        QTest::newRow("wrong partner") << u"a, (b]"_s << u"a, (b]"_s;
-        QTest::newRow("edges") << u",a,"_s << u"\r\na\r\n"_s;
-        QTest::newRow("no split with lines") << u"a, b\r\n  c, d"_s << u"a, b\r\nc, d"_s;
-        QTest::newRow("line feed is no line") << u"a\n b, c"_s << u"a\n b\r\nc"_s;
-        QTest::newRow("first line keeps blanks") << u"  a,   b"_s << u"  a\r\nb"_s;
-        QTest::newRow("tab stays") << u"a,\t b"_s << u"a\r\n\t b"_s;
-        QTest::newRow("blank line") << u"a\r\n  \r\n b"_s << u"a\r\n\r\nb"_s;
+        Table<QString, QString>("stored", "lines")
+            .Row("brackets", u"a ([b, {c, d}], e), f, g (h, i)"_s, u"a ([b, {c, d}], e)\r\nf\r\ng (h, i)"_s)
+            .Row("never closed", u"x, [y"_s, u"x\r\n[y"_s)
+            .Row("never opened", u"x, y)"_s, u"x, y)"_s)
+            .Row("never opened before", u"x), y"_s, u"x)\r\ny"_s)
+            .Row("crossed", u"a, (b, [c, d), e], f"_s, u"a\r\n(b, [c, d), e]\r\nf"_s)
+            .Row("wrong partner", u"a, (b]"_s, u"a, (b]"_s)
+            .Row("first and last line empty", u",  a,"_s, u"\r\na\r\n"_s)
+            .Row("no split with lines", u"a, b\r\n  c, d"_s, u"a, b\r\nc, d"_s)
+            .Row("line feed is no line", u"a\n b, c"_s, u"a\n b\r\nc"_s)
+            .Row("the first line keeps blanks, each keeps tabs", u"  a,   b,\t c"_s, u"  a\r\nb\r\n\t c"_s)
+            .Row("blank line", u"a\r\n  \r\n b"_s, u"a\r\n\r\nb"_s);
     }
     void setList()
     {
@@ -92,19 +75,14 @@ private slots:
 
     void toXml_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QByteArray>("xml");
-        QTest::newRow("kept") << u"\t\r\n \u007F\u0085é€"_s << "\t\r\n \x7F\xC2\x85\xC3\xA9\xE2\x82\xAC"_ba;
-        QTest::newRow("control characters") << u"a\u0001b\u000B\u001Fc"_s + QChar(0) << "abc"_ba;
-        QTest::newRow("no characters") << u"a\uFFFE\uFFFFb\uFFFD"_s << "ab\xEF\xBF\xBD"_ba;
-        QTest::newRow("pair") << u"\U0001D11E"_s << "\xF0\x9D\x84\x9E"_ba;
-        QTest::newRow("halves of pairs") << QString::fromUtf16(
-                                                u"\xDD1E"
-                                                u"a\xD834\xD834\xDD1E"
-                                                u"b\xD834",
-                                                7)
-                                         << "a\xF0\x9D\x84\x9E"
-                                            "b"_ba;
+        Table<QString, QByteArray>("text", "xml")
+            .Row("kept", u"\t\r\n \u007F\u0085é€"_s, "\t\r\n \x7F\xC2\x85\xC3\xA9\xE2\x82\xAC")
+            .Row("control characters", u"a\u0001b\u000B\u001Fc"_s + QChar(0), "abc")
+            .Row("no characters", u"a\uFFFE\uFFFFb\uFFFD"_s, "ab\xEF\xBF\xBD")
+            .Row("pair", u"\U0001D11E"_s, "\xF0\x9D\x84\x9E")
+            .Row(
+                "halves of pairs", QChar(0xDD1E) + u"a"_s + QChar(0xD834) + u"\U0001D11Eb"_s + QChar(0xD834),
+                "a\U0001D11Eb");
     }
     void toXml()
     {
@@ -129,33 +107,19 @@ private slots:
         WriteTextElement(item, "Comment", u"\r\n"_s);
         WriteAttribute(item, "Year", {});
         WriteAttribute(item, "Month", u"\"2\u0001"_s);
-        QCOMPARE(
-            Raw(document), R"(<Item Year="" Month="&quot;2"><Notes>é\t</Notes><Notes>g</Notes><Comment/></Item>)"_ba);
+        QCOMPARE(RawXml(document), "<Item Year='' Month='\"2'><Notes>é\\t</Notes><Notes>g</Notes><Comment/></Item>");
     }
 
     void clean_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        QTest::addColumn<QByteArray>("removed");
-        QTest::newRow("attributes") << "<C><I a='' b='1' c='' d=''/></C>"_ba
-                                    << R"(<C><I b="1"/></C>)"_ba
-                                    << ""_ba;
-        QTest::newRow("a blank is a value") << "<C><I a=' '/></C>"_ba
-                                            << R"(<C><I a=" "/></C>)"_ba
-                                            << ""_ba;
-        QTest::newRow("elements") << "<C><I a=''/><J/><K>x</K></C>"_ba
-                                  << "<C><K>x</K></C>"_ba
-                                  << "IJ"_ba;
-        QTest::newRow("emptied parents stay") << "<C><I a=''><N/></I></C>"_ba
-                                              << "<C><I/></C>"_ba
-                                              << "N"_ba;
-        QTest::newRow("any child counts") << "<C><I><!--x--></I><J><?x?></J><K><![CDATA[]]></K><L> </L></C>"_ba
-                                          << "<C><I><!--x--></I><J><?x?></J><K><![CDATA[]]></K><L> </L></C>"_ba
-                                          << ""_ba;
-        QTest::newRow("the document element stays") << "<!--x--><C a=''/>"_ba
-                                                    << "<!--x--><C/>"_ba
-                                                    << ""_ba;
+        constexpr auto kChildren = "<C><I><!--x--></I><J><?x?></J><K><![CDATA[]]></K><L> </L></C>";
+        Table<QByteArray, QByteArray, QByteArray>("before", "after", "removed")
+            .Row("attributes", "<C><I a='' b='1' c='' d=''/></C>", "<C><I b='1'/></C>", "")
+            .Row("a blank is a value", "<C><I a=' '/></C>", "<C><I a=' '/></C>", "")
+            .Row("elements", "<C><I a=''/><J/><K>x</K></C>", "<C><K>x</K></C>", "IJ")
+            .Row("emptied parents stay", "<C><I a=''><N/></I></C>", "<C><I/></C>", "N")
+            .Row("any child counts", kChildren, kChildren, "")
+            .Row("the document element stays", "<!--x--><C a=''/>", "<!--x--><C/>", "");
     }
     void clean()
     {
@@ -167,7 +131,7 @@ private slots:
             QVERIFY(element.parent());
             removed += element.name();
         });
-        QTEST(Raw(document), "after");
+        QTEST(RawXml(document), "after");
         QTEST(removed, "removed");
     }
 
@@ -175,11 +139,9 @@ private slots:
     {
         pugi::xml_document document;
         Parse(document, "<C><I/></C>");
-        QString failed;
-        const auto earlier = InstallFailureReporter([&](const FailureReport &report) { failed = report.procName; });
+        const FailureRecorder failures;
         QVERIFY_THROWS_EXCEPTION(ReportedFailure, CleanXML(document, [](pugi::xml_node) { throw 7; }));
-        InstallFailureReporter(earlier);
-        QCOMPARE(failed, u"CleanXML"_s);
+        QCOMPARE(failures.Names(), {u"modXMLSubs.CleanXML"_s});
     }
 };
 
