@@ -1,6 +1,7 @@
 #include "typist.h"
 
 #include <QTest>
+#include <QWheelEvent>
 #include <QWidget>
 
 namespace {
@@ -49,4 +50,12 @@ void Type(QWidget &widget, const QString &keys)
 {
     widget.setFocus(Qt::OtherFocusReason);
     Press(widget, keys);
+}
+
+void TurnWheel(QWidget &widget)
+{
+    QWheelEvent turn(
+        widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &turn);
 }

@@ -10,3 +10,6 @@ void Press(QWidget &widget, const QString &keys);
 
 /// The same on a widget that is given the focus first.
 void Type(QWidget &widget, const QString &keys);
+
+/// One notch down, the pointer on the widget.
+void TurnWheel(QWidget &widget);

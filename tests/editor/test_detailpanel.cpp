@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -39,14 +38,6 @@ QString Shown(const EditorWindow &w)
     for (const char *name : {"txtSetList", "txtSetNotes", "txtComment"})
         texts += w.Find<NoteBox>(name).Text().replace("\r\n"_L1, "/"_L1);
     return texts.join(u'|');
-}
-
-void TurnWheel(QWidget &widget)
-{
-    QWheelEvent turn(
-        widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-        Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&widget, &turn);
 }
 
 void ChooseByMouse(QComboBox &box, int row)
