@@ -1,8 +1,8 @@
 #include "typist.h"
 
+#include <QAbstractItemView>
 #include <QTest>
 #include <QWheelEvent>
-#include <QWidget>
 
 namespace {
 
@@ -58,4 +58,11 @@ void TurnWheel(QWidget &widget)
         widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
         Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&widget, &turn);
+}
+
+void DoubleClick(QAbstractItemView &view, const QModelIndex &index)
+{
+    const QPoint at = view.visualRect(index).center();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, at);
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QAbstractItemView;
+class QModelIndex;
 class QWidget;
 
 /// Presses keys on a widget: "\b" is Backspace, "\t" Ctrl+Tab, "\r" Enter, "\x1b" Escape, "←" the left arrow, "^z"
@@ -13,3 +15,6 @@ void Type(QWidget &widget, const QString &keys);
 
 /// One notch down, the pointer on the widget.
 void TurnWheel(QWidget &widget);
+
+/// Clicks twice on a line of a view, which must be in sight.
+void DoubleClick(QAbstractItemView &view, const QModelIndex &index);

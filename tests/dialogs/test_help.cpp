@@ -1,16 +1,14 @@
-#include "application.h"
 #include "chmfile.h"
-#include "failures.h"
-#include "flatfile.h"
+#include "failurerecorder.h"
 #include "frmHelp.h"
 #include "helpcontents.h"
 #include "modHelp.h"
-#include "paths.h"
+#include "programfolder.h"
 #include "scriptedprompts.h"
+#include "suite.h"
+#include "table.h"
 
-#include <QAction>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QApplication>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -55,20 +53,12 @@ private slots:
         QVERIFY(Windows().isEmpty());
     }
 
-    void file_data()
-    {
-        QTest::addColumn<int>("context");
-        QTest::addColumn<QString>("page");
-        QTest::newRow("contents") << kHelpContents << u"contents.html"_s;
-        QTest::newRow("another") << 1001 << u"second.html"_s;
-        QTest::newRow("unknown") << 7 << u"first.html"_s;
-    }
-
     void file()
     {
-        QFETCH(int, context);
         const ChmFile file(kFile);
-        QTEST(file.TopicPage(context), "page");
+        QCOMPARE(file.TopicPage(kHelpContents), u"contents.html"_s);
+        QCOMPARE(file.TopicPage(1001), u"second.html"_s);
+        QCOMPARE(file.TopicPage(7), u"first.html"_s); // an unknown topic
         QCOMPARE(file.Title(), u"Test Help"_s);
         QVERIFY(file.Read(u"/first.html"_s).value_or(QByteArray()).contains("The first page"));
         QVERIFY(!file.Read(u"/none.html"_s));
@@ -77,20 +67,17 @@ private slots:
 
     void contents_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("topics");
-        QTest::newRow("nested")
-            << uR"(<ul><li><object><param name="Name" value="A"><param name="Local" value="a.html"></object>
-<ul><li><object><param name="Name" value="B"><param name="Local" value="b.html#x"></object></ul>
-<li><object><param name="Name" value="C"></object></ul>)"_s
-            << u"0 A a.html|1 B b.html#x|0 C "_s;
-        QTest::newRow("spelling") << uR"(<UL><LI><OBJECT type='x'><PARAM VALUE='R&amp;B &gt; "x"' NAME='name'>
-<param name="local"  value = "r b.html" /></OBJECT></UL>)"_s
-                                  << u"0 R&B > \"x\" r b.html"_s;
-        QTest::newRow("no name, no list") << u"<object><param name=\"Local\" value=\"a\"></object><object>"
-                                             "<param name=\"Name\" value=\"<b>\"></object></ul></ul>"_s
-                                          << u""_s;
-        QTest::newRow("nothing") << u""_s << u""_s;
+        const QString nested =
+            uR"(<ul><li><object><param name="Name" value="A"><param name="Local" value="a.html"></object>
+<ul><li><object><param name="Name" value="B"><param name="Local" value="b.html"></object></ul>
+<li><object><param name="Name" value="C"></object></ul>)"_s;
+        const QString otherSpelling = uR"(<UL><LI><OBJECT type='x'><PARAM VALUE='R&amp;B &gt; "x"' NAME='name'>
+<param name="local"  value = "r b.html" /></OBJECT></UL>)"_s;
+        Table<QString, QString>("html", "topics")
+            .Row("nested", nested, u"0 A a.html|1 B b.html|0 C "_s)
+            .Row("spelling", otherSpelling, u"0 R&B > \"x\" r b.html"_s)
+            .Row("no name", u"<object><param name=\"Local\" value=\"a\"></object></ul></ul>"_s, u""_s)
+            .Row("no list", u"</ul></ul><object><param name=\"Name\" value=\"A\"></object>"_s, u"0 A "_s);
     }
 
     void contents()
@@ -105,6 +92,8 @@ private slots:
     void firstPage()
     {
         QCOMPARE(m_form->windowTitle(), u"Test Help"_s);
+        QCOMPARE(m_contents->accessibleName(), u"Contents"_s);
+        QCOMPARE(m_page->accessibleName(), u"Help page"_s);
         QVERIFY(m_page->toPlainText().contains(u"All pages \u2013"_s));
         QVERIFY(!m_page->document()->resource(QTextDocument::ImageResource, QUrl(u"CD.png"_s)).isNull());
         QCOMPARE(m_contents->topLevelItemCount(), 1);
@@ -147,33 +136,25 @@ private slots:
 
     void unusableFiles()
     {
-        const QTemporaryDir folder;
-        SetProgramFolder(folder.path());
-        const QString path = HelpFilePath();
-        QCOMPARE(path, folder.filePath(u"test_help.chm"_s));
-        QStringList reports;
-        const FailureReporter earlier = InstallFailureReporter([&reports](const FailureReport &report) {
-            reports += report.moduleName + u'.' + report.procName + u' ' + QString::number(report.number);
-        });
+        const TestProgramFolder folder;
+        const FailureRecorder failures;
+        QCOMPARE(HelpFilePath(), folder.Path(u"test_help.chm"_s));
         ShowHelp(kHelpContents, m_prompts);
-        WriteFileAtomically(path, "no help");
+        folder.Write(u"test_help.chm"_s, "no help");
         ShowHelp(kHelpContents, m_prompts);
-        InstallFailureReporter(earlier);
-        SetProgramFolder({});
-        QCOMPARE(reports, QStringList(2, u"modHelp.ShowHelp 5"_s));
+        QCOMPARE(failures.Names(), QStringList(2, u"modHelp.ShowHelp"_s));
+        QCOMPARE(failures.reports[1].number, static_cast<int>(Failure::BadFile));
         QCOMPARE(Windows().size(), 1);
     }
 
     // A download that broke off is refused or lacks pages, and nothing worse.
     void truncatedFile()
     {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"short.chm"_s);
+        const TestProgramFolder folder;
         const QByteArray whole = ReadWholeFile(kFile);
         for (qsizetype size = 0; size < whole.size(); size += 97) {
-            WriteFileAtomically(path, whole.first(size));
             try {
-                const ChmFile file(path);
+                const ChmFile file(folder.Write(u"short.chm"_s, whole.first(size)));
                 file.Read(u"second.html"_s);
             } catch (const ProgramError &error) {
                 QCOMPARE(error.failure(), Failure::BadFile);
@@ -195,11 +176,6 @@ private:
     QTreeWidget *m_contents = nullptr;
 };
 
-int main(int argc, char *argv[])
-{
-    const Application application(argc, argv);
-    TestHelp test;
-    return QTest::qExec(&test, argc, argv);
-}
+TEST_OF_SUITE(TestHelp)
 
 #include "test_help.moc"

@@ -1,14 +1,49 @@
 #include "frmAbout.h"
 #include "frmSelectCatalog.h"
 #include "programfolder.h"
-#include "tests.h"
+#include "suite.h"
+#include "table.h"
+#include "typist.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The dialog on the screen, over a program's folder with these files.
+struct Fixture
+{
+    TestProgramFolder folder;
+    std::unique_ptr<frmSelectCatalog> form;
+
+    explicit Fixture(const QStringList &files)
+    {
+        for (const QString &name : files)
+            folder.Write(name, {});
+        form = std::make_unique<frmSelectCatalog>(nullptr);
+        form->show();
+        QVERIFY(QTest::qWaitForWindowActive(form.get()));
+    }
+
+    QListWidget &lst() const { return *form->findChild<QListWidget *>(u"lst"_s); }
+
+    void Do(const QString &step) const
+    {
+        if (step == u"ok")
+            QTest::mouseClick(form->findChild<QPushButton *>(u"cmdOK"_s), Qt::LeftButton);
+        else if (step == u"double")
+            DoubleClick(lst(), lst().model()->index(1, 0));
+        else
+            QTest::keySequence(form->focusWidget(), QKeySequence(step));
+    }
+};
+
+} // namespace
 
 class TestSelect : public QObject
 {
@@ -17,101 +52,62 @@ class TestSelect : public QObject
 private slots:
     void list()
     {
-        const TestProgramFolder folder;
-        for (const QString &name :
-             {u"b.xml"_s, u"A.XML"_s, u"Ü 100%.xml"_s, u"c.xml.bak"_s, u"notes.txt"_s, u"folder.xml/file"_s})
-            folder.Write(name, {});
-        const frmSelectCatalog form(nullptr);
-        QCOMPARE(form.windowTitle(), u"Select Catalog"_s);
-        const auto &lst = *form.findChild<QListWidget *>(u"lst"_s);
+        const Fixture f({u"b.xml"_s, u"A.XML"_s, u"Ü.xml"_s, u"c.xml.bak"_s, u"notes.txt"_s, u"folder.xml/file"_s});
+        QCOMPARE(f.form->windowTitle(), u"Select Catalog"_s);
+        QCOMPARE(f.lst().accessibleName(), u"Catalogs"_s);
         QStringList entries;
-        for (int row = 0; row < lst.count(); ++row)
-            entries += lst.item(row)->text();
-        QCOMPARE(entries, QStringList({u"A.XML"_s, u"b.xml"_s, u"Ü 100%.xml"_s}));
-        QCOMPARE(lst.currentRow(), 0);
-        QCOMPARE(form.SelectedCatalog(), QString());
+        for (int row = 0; row < f.lst().count(); ++row)
+            entries += f.lst().item(row)->text();
+        QCOMPARE(entries, QStringList({u"A.XML"_s, u"b.xml"_s, u"Ü.xml"_s}));
     }
 
     void choosing_data()
     {
-        QTest::addColumn<QString>("how");
-        QTest::addColumn<QString>("chosen");
-        QTest::newRow("Enter in the list") << u"enter"_s << u"a.xml"_s;
-        QTest::newRow("arrow, then Enter") << u"down enter"_s << u"b.xml"_s;
-        QTest::newRow("Escape") << u"escape"_s << QString();
-        QTest::newRow("closed by its frame") << u"close"_s << QString();
-        QTest::newRow("OK clicked") << u"ok"_s << u"a.xml"_s;
-        QTest::newRow("double click on the second") << u"double"_s << u"b.xml"_s;
+        Table<QString, QString>("steps", "chosen")
+            .Row("Enter in the list", u"Return"_s, u"a.xml"_s)
+            .Row("arrow, then Enter", u"Down Return"_s, u"b.xml"_s)
+            .Row("Escape", u"Esc"_s, {})
+            .Row("OK clicked", u"ok"_s, u"a.xml"_s)
+            .Row("double click on the second", u"double"_s, u"b.xml"_s);
     }
 
     void choosing()
     {
-        QFETCH(QString, how);
+        QFETCH(QString, steps);
         QFETCH(QString, chosen);
-        const TestProgramFolder folder;
-        folder.Write(u"a.xml"_s, {});
-        folder.Write(u"b.xml"_s, {});
-        frmSelectCatalog form(nullptr);
-        form.show();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
-        for (const QString &step : how.split(u' '))
-            Do(form, step);
-        QVERIFY(!form.isVisible());
-        QCOMPARE(form.SelectedCatalog(), chosen.isEmpty() ? QString() : folder.Path(chosen));
+        const Fixture f({u"a.xml"_s, u"b.xml"_s});
+        for (const QString &step : steps.split(u' '))
+            f.Do(step);
+        QVERIFY(!f.form->isVisible());
+        QCOMPARE(f.form->SelectedCatalog(), chosen.isEmpty() ? QString() : f.folder.Path(chosen));
     }
 
     void emptyFolder()
     {
-        const TestProgramFolder folder;
-        frmSelectCatalog form(nullptr);
-        form.show();
-        Do(form, u"double"_s);
-        QVERIFY(form.isVisible());
-        Do(form, u"ok"_s);
-        QCOMPARE(form.SelectedCatalog(), folder.Path({}));
+        const Fixture f({});
+        f.Do(u"ok"_s);
+        QCOMPARE(f.form->SelectedCatalog(), f.folder.Path({}));
     }
 
     void about()
     {
         QCoreApplication::setApplicationVersion(u"3.14"_s);
+        QPixmap icon(64, 64);
+        icon.fill(Qt::red);
+        QApplication::setWindowIcon(icon);
         frmAbout form(nullptr);
         form.show();
         QVERIFY(QTest::qWaitForWindowActive(&form));
-        QCOMPARE(form.findChild<QLabel *>(u"lblTitle"_s)->text(), u"Discbook"_s);
-        QCOMPARE(form.findChild<QLabel *>(u"lblVersion"_s)->text(), u"Version 3.14"_s);
-        QVERIFY(!form.findChild<QLabel *>(u"lblDescription"_s)->text().isEmpty());
+        QStringList texts;
+        for (const QLabel *label : form.findChildren<QLabel *>())
+            texts += label->isVisible() ? label->text() : u"hidden"_s;
+        QCOMPARE(texts.join(u'|'), u"Discbook|Version 3.14|A desktop catalog of music recordings|"_s);
+        QCOMPARE(form.findChild<QLabel *>(u"imgIcon"_s)->pixmap().toImage().pixelColor(32, 32), QColor(Qt::red));
         QTest::keyClick(form.focusWidget(), Qt::Key_Return);
         QVERIFY(!form.isVisible());
     }
-
-private:
-    static void Do(frmSelectCatalog &form, const QString &step)
-    {
-        auto *lst = form.findChild<QListWidget *>(u"lst"_s);
-        if (step == u"enter"_s)
-            QTest::keyClick(form.focusWidget(), Qt::Key_Return);
-        else if (step == u"down"_s)
-            QTest::keyClick(form.focusWidget(), Qt::Key_Down);
-        else if (step == u"escape"_s)
-            QTest::keyClick(form.focusWidget(), Qt::Key_Escape);
-        else if (step == u"close"_s)
-            form.close();
-        else if (step == u"ok"_s)
-            QTest::mouseClick(form.findChild<QPushButton *>(u"cmdOK"_s), Qt::LeftButton);
-        else
-            DoubleClick(*lst, lst->visualItemRect(lst->item(1)).center());
-    }
-
-    static void DoubleClick(QListWidget &lst, QPoint at)
-    {
-        QTest::mouseClick(lst.viewport(), Qt::LeftButton, {}, at);
-        QTest::mouseDClick(lst.viewport(), Qt::LeftButton, {}, at);
-    }
 };
 
-std::unique_ptr<QObject> CreateSelectTest()
-{
-    return std::make_unique<TestSelect>();
-}
+TEST_OF_SUITE(TestSelect)
 
 #include "test_select.moc"
