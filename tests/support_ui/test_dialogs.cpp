@@ -1,21 +1,12 @@
 #include "QtPrompts.h"
 #include "modCommonDialog.h"
 #include "modOpenFolder.h"
-#include "tests.h"
+#include "programfolder.h"
+#include "suite.h"
+#include "table.h"
 #include "waitcursor.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +14,9 @@ namespace {
 
 using Answer = UserPrompts::Answer;
 using Buttons = UserPrompts::Buttons;
+using Icon = UserPrompts::Icon;
 
+/// Hands the next dialog that opens to `action`, which must close it.
 template<class Dialog, class Action>
 void WhenOpen(Action action)
 {
@@ -40,17 +33,9 @@ void WhenOpen(Action action)
 
 void TypeName(QFileDialog &dialog, const QString &name)
 {
-    auto *edit = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
+    auto *edit = dialog.findChild<QLineEdit *>();
     edit->setText(name);
     QTest::keyClick(edit, Qt::Key_Return);
-}
-
-void AnswerBox(const QString &text, QMessageBox::StandardButton button)
-{
-    WhenOpen<QMessageBox>([=](QMessageBox &box) {
-        QVERIFY2(box.text().contains(text), qPrintable(box.text()));
-        box.button(button)->click();
-    });
 }
 
 } // namespace
@@ -60,107 +45,89 @@ class TestDialogs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
-
-    void init()
+    void initTestCase()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        for (const QString &name : {u"taken.txt"_s, u"README"_s}) {
-            QFile file(m_folder->filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        m_folder.Write(u"taken.txt"_s, {});
+        m_folder.Write(u"README"_s, {});
     }
 
     void message_data()
     {
-        QTest::addColumn<Buttons>("buttons");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<Answer>("answer");
-
-        const int enter = Qt::Key_Return;
-        const int escape = Qt::Key_Escape;
-        QTest::newRow("Ok, Enter") << Buttons::Ok << enter << Answer::Ok;
-        QTest::newRow("Ok, Escape") << Buttons::Ok << escape << Answer::Ok;
-        QTest::newRow("YesNo, Enter") << Buttons::YesNo << enter << Answer::Yes;
-        QTest::newRow("YesNo, Escape") << Buttons::YesNo << escape << Answer::No;
-        QTest::newRow("YesNoCancel, Enter") << Buttons::YesNoCancel << enter << Answer::Yes;
-        QTest::newRow("YesNoCancel, Escape") << Buttons::YesNoCancel << escape << Answer::Cancel;
-        QTest::newRow("YesNoCancel, No") << Buttons::YesNoCancel << 0 << Answer::No;
+        const Qt::Key enter = Qt::Key_Return, escape = Qt::Key_Escape, n = Qt::Key_N;
+        Table<Buttons, Icon, QMessageBox::Icon, Qt::Key, Answer>("buttons", "icon", "shown", "key", "answer")
+            .Row("Ok, Enter", Buttons::Ok, Icon::None, QMessageBox::NoIcon, enter, Answer::Ok)
+            .Row("Ok, Escape", Buttons::Ok, Icon::Information, QMessageBox::Information, escape, Answer::Ok)
+            .Row("YesNo, Enter", Buttons::YesNo, Icon::Question, QMessageBox::Question, enter, Answer::Yes)
+            .Row("YesNo, Escape", Buttons::YesNo, Icon::Critical, QMessageBox::Critical, escape, Answer::No)
+            .Row("all, Enter", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, enter, Answer::Yes)
+            .Row("all, Escape", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, escape, Answer::Cancel)
+            .Row("all, No", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, n, Answer::No);
     }
 
     void message()
     {
+        QFETCH(Icon, icon);
         QFETCH(Buttons, buttons);
-        QFETCH(int, key);
         const WaitCursor loading;
         QWidget hidden;
         QtPrompts prompts;
         prompts.SetMainWindow(&hidden);
-        WhenOpen<QMessageBox>([key](QMessageBox &box) {
+        WhenOpen<QMessageBox>([](QMessageBox &box) {
+            QFETCH(Qt::Key, key);
             QVERIFY(!QGuiApplication::overrideCursor());
             QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
             QCOMPARE(box.windowTitle(), u"Title"_s);
-            QCOMPARE(box.icon(), QMessageBox::NoIcon);
-            const auto *label = box.findChild<QLabel *>(u"qt_msgbox_label"_s);
-            QCOMPARE(label->textFormat(), Qt::PlainText);
-            QCOMPARE(label->text(), u"<b>R&B</b>\n?"_s);
-            if (key == 0)
+            QTEST(box.icon(), "shown");
+            QCOMPARE(box.textFormat(), Qt::PlainText);
+            QCOMPARE(box.text(), u"<b>R&B</b>\n?"_s);
+            if (key == Qt::Key_N)
                 box.button(QMessageBox::No)->click();
             else
-                QTest::keyClick(&box, Qt::Key(key));
+                QTest::keyClick(&box, key);
         });
-        QTEST(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, UserPrompts::Icon::None, buttons), "answer");
+        QTEST(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, icon, buttons), "answer");
         QVERIFY(QGuiApplication::overrideCursor());
     }
 
     void input_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("answer");
-
-        QTest::newRow("as proposed") << QString() << int(Qt::Key_Return) << u"R&B"_s;
-        QTest::newRow("typed over it") << u"Soul"_s << int(Qt::Key_Return) << u"Soul"_s;
-        QTest::newRow("cancelled") << u"Soul"_s << int(Qt::Key_Escape) << QString();
-        QTest::newRow("pasted lines") << u"a\r\nb\tc"_s << int(Qt::Key_Return) << u"abc"_s;
+        Table<QString, Qt::Key, QString>("typed", "key", "answer")
+            .Row("as proposed", {}, Qt::Key_Return, u"R&B"_s)
+            .Row("typed over it", u"Soul"_s, Qt::Key_Return, u"Soul"_s)
+            .Row("cancelled", u"Soul"_s, Qt::Key_Escape, {})
+            .Row("pasted lines", u"a\r\nb\tc"_s, Qt::Key_Return, u"abc"_s);
     }
 
     void input()
     {
-        QFETCH(QString, typed);
-        QFETCH(int, key);
         QtPrompts prompts;
-        WhenOpen<QInputDialog>([=](QInputDialog &dialog) {
+        WhenOpen<QInputDialog>([](QInputDialog &dialog) {
+            QFETCH(QString, typed);
+            QFETCH(Qt::Key, key);
+            QCOMPARE(dialog.windowTitle(), u"Title"_s);
             const auto *label = dialog.findChild<QLabel *>();
             QCOMPARE(label->textFormat(), Qt::PlainText);
             QVERIFY(label->buddy()); // which makes a single "&" a mnemonic
-            QCOMPARE(label->text(), u"<i>A && B</i>"_s);
+            QCOMPARE(label->text(), u"<i>A && B</i>\n?"_s);
             auto *edit = dialog.findChild<QLineEdit *>();
             if (!typed.isEmpty())
                 edit->insert(typed);
-            QTest::keyClick(edit, Qt::Key(key));
+            QTest::keyClick(edit, key);
         });
-        QTEST(prompts.Input(u"<i>A & B</i>"_s, u"Title"_s, u"R&B"_s), "answer");
-    }
-
-    void nameFilters_data()
-    {
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QStringList>("qt");
-
-        QTest::newRow("one") << u"Text files (*.txt)|*.txt"_s << QStringList{u"Text files (*.txt) (*.txt)"_s};
-        QTest::newRow("two patterns, all files")
-            << u"HTML files (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*"_s
-            << QStringList{u"HTML files (*.html;*.htm) (*.html *.htm)"_s, u"All files (*.*) (*)"_s};
-        QTest::newRow("description without patterns") << u"Logs|*.log"_s << QStringList{u"Logs (*.log)"_s};
-        QTest::newRow("pattern missing") << u"Logs|*.log|All"_s << QStringList{u"Logs (*.log)"_s};
-        QTest::newRow("none") << u""_s << QStringList{};
+        QTEST(prompts.Input(u"<i>A & B</i>\r\n?"_s, u"Title"_s, u"R&B"_s), "answer");
     }
 
     void nameFilters()
     {
-        QFETCH(QString, filter);
-        QTEST(NameFilters(filter), "qt");
+        const QHash<QString, QStringList> expected{
+            {u"Text files (*.txt)|*.txt"_s, {u"Text files (*.txt) (*.txt)"_s}},
+            {u"Pages (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*"_s,
+             {u"Pages (*.html;*.htm) (*.html *.htm)"_s, u"All files (*.*) (*)"_s}},
+            {u"Logs|*.log|pattern missing"_s, {u"Logs (*.log)"_s}},
+            {u""_s, {}}};
+        for (auto [filter, qt] : expected.asKeyValueRange())
+            QCOMPARE(NameFilters(filter), qt);
     }
 
     void openFile()
@@ -168,21 +135,18 @@ private slots:
         QtPrompts prompts;
         WhenOpen<QFileDialog>([](QFileDialog &dialog) {
             QCOMPARE(dialog.windowTitle(), u"Open Catalog"_s);
+            QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
+            QCOMPARE(dialog.fileMode(), QFileDialog::ExistingFile);
             TypeName(dialog, u"README"_s);
         });
-        UserPrompts::FileRequest request{
-            .title = u"Open Catalog"_s,
-            .filter = u"All files (*.*)|*.*"_s,
-            .folder = m_folder->path(),
-            .extension = u"xml"_s,
-            .proposed = {}};
-        QCOMPARE(prompts.OpenFile(request), QDir::toNativeSeparators(m_folder->filePath(u"README"_s)));
+        UserPrompts::FileRequest request = Request();
+        QCOMPARE(prompts.OpenFile(request), QDir::toNativeSeparators(m_folder.Path(u"README"_s)));
 
         request.folder = QDir::rootPath();
-        request.proposed = m_folder->filePath(u"taken.txt"_s);
+        request.proposed = m_folder.Path(u"taken.txt"_s);
         WhenOpen<QFileDialog>([this](QFileDialog &dialog) {
-            QCOMPARE(dialog.directory(), QDir(m_folder->path()));
-            QCOMPARE(dialog.findChild<QLineEdit *>(u"fileNameEdit"_s)->text(), u"taken.txt"_s);
+            QCOMPARE(dialog.directory(), QDir(m_folder.Path({})));
+            QCOMPARE(dialog.findChild<QLineEdit *>()->text(), u"taken.txt"_s);
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
         QCOMPARE(prompts.OpenFile(request), QString());
@@ -190,16 +154,14 @@ private slots:
 
     void saveFile_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<QString>("saved");
-
-        const QString isNew = u"\nThis file does not exist."_s;
-        QTest::newRow("extension added") << u"README"_s << isNew << u"README.txt"_s;
-        QTest::newRow("added behind dots") << u"Vol. 2"_s << isNew << u"Vol. 2.txt"_s;
-        QTest::newRow("not one of the filter's") << u"new.*"_s << isNew << u"new.*.txt"_s;
-        QTest::newRow("one of the filter's") << u"new.LOG"_s << isNew << u"new.LOG"_s;
-        QTest::newRow("existing, by its added extension") << u"taken"_s << u" already exists"_s << u"taken.txt"_s;
+        const QString isNew = u"\nThis file does not exist.\nDo you want to create it?"_s;
+        const QString taken = u" already exists.\nDo you want to replace it?"_s;
+        Table<QString, QString, QString>("typed", "question", "saved")
+            .Row("extension added", u"README"_s, isNew, u"README.txt"_s)
+            .Row("added behind dots", u"Vol. 2"_s, isNew, u"Vol. 2.txt"_s)
+            .Row("not one of the filter's", u"new.*"_s, isNew, u"new.*.txt"_s)
+            .Row("one of the filter's", u"new.LOG"_s, isNew, u"new.LOG"_s)
+            .Row("existing, by its added extension", u"taken"_s, taken, u"taken.txt"_s);
     }
 
     void saveFile()
@@ -209,65 +171,69 @@ private slots:
         QFETCH(QString, saved);
         QtPrompts prompts;
         WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
-            AnswerBox(saved + question, QMessageBox::Yes);
+            WhenOpen<QMessageBox>([=](QMessageBox &box) {
+                QCOMPARE(box.text(), saved + question);
+                box.button(QMessageBox::Yes)->click();
+            });
+            QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
             TypeName(dialog, typed);
         });
-        const UserPrompts::FileRequest request{
-            .title = u"Export list to file"_s,
-            .filter = u"Text files (*.txt)|*.txt;*.log|All files (*.*)|*.*"_s,
-            .folder = m_folder->path(),
-            .extension = u"txt"_s,
-            .proposed = u"list.txt"_s};
-        QCOMPARE(prompts.SaveFile(request), QDir::toNativeSeparators(m_folder->filePath(saved)));
+        QCOMPARE(prompts.SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(saved)));
     }
 
-    void saveFileRefused()
+    /// The question's default: no for a file that is there, yes for a new one. After a no the file is asked for again.
+    void saveFileByEnter()
     {
         QtPrompts prompts;
-        WhenOpen<QFileDialog>([](QFileDialog &dialog) {
-            WhenOpen<QMessageBox>([](QMessageBox &box) {
-                WhenOpen<QFileDialog>([](QFileDialog &again) { again.reject(); });
-                box.button(QMessageBox::No)->click();
+        const auto pressEnter = [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); };
+        WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
+            WhenOpen<QMessageBox>([=](QMessageBox &box) {
+                WhenOpen<QFileDialog>([=](QFileDialog &again) {
+                    WhenOpen<QMessageBox>(pressEnter);
+                    TypeName(again, u"new"_s);
+                });
+                pressEnter(box);
             });
-            TypeName(dialog, u"new.txt"_s);
+            TypeName(dialog, u"taken"_s);
         });
-        QCOMPARE(
-            prompts.SaveFile({.title = {}, .filter = {}, .folder = m_folder->path(), .extension = {}, .proposed = {}}),
-            QString());
+        QCOMPARE(prompts.SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(u"new.txt"_s)));
     }
 
-    void address_data()
+    void saveFileCancelled()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("address");
-
-        const auto row = [](const QString &path, const QString &address) {
-            QTest::newRow(qPrintable(path)) << path << address;
-        };
-        row(u"https://example.org/a?b=c&d#e"_s, u"https://example.org/a?b=c&d#e"_s);
-        row(u"mailto:me@example.org"_s, u"mailto:me@example.org"_s);
-        row(u" example.org/x.html\t"_s, u"http://example.org/x.html"_s);
-        row(u"host:8080"_s, u"http://host:8080"_s);
-        row(u"example.org:80/x"_s, u"http://example.org:80/x"_s);
-        row(u"/tmp/a b#1.html"_s, u"file:///tmp/a b%231.html"_s);
+        QtPrompts prompts;
+        WhenOpen<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
+        QCOMPARE(prompts.SaveFile(Request()), QString());
     }
 
     void address()
     {
-        QFETCH(QString, path);
-        QTEST(AddressOf(path).toString(), "address");
-        for (const QString &file :
-             {u"C:\\music"_s, u"\\\\a\\b"_s, QDir().relativeFilePath(m_folder->filePath(u"README"_s))})
+        const QHash<QString, QString> expected{
+            {u"https://example.org/a?b=c&d#e"_s, u"https://example.org/a?b=c&d#e"_s},
+            {u"mailto:me@example.org"_s, u"mailto:me@example.org"_s},
+            {u" example.org/x.html\t"_s, u"http://example.org/x.html"_s},
+            {u"host:8080"_s, u"http://host:8080"_s},
+            {u"example.org:80/x"_s, u"http://example.org:80/x"_s},
+            {u"/tmp/a b#1.html"_s, u"file:///tmp/a b%231.html"_s}};
+        for (auto [path, url] : expected.asKeyValueRange())
+            QCOMPARE(AddressOf(path).toString(), url);
+        for (const QString &file : {u"C:\\music"_s, u"\\\\a\\b"_s, QDir().relativeFilePath(m_folder.Path(u"README"_s))})
             QVERIFY2(AddressOf(file).isLocalFile(), qPrintable(file));
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
+    UserPrompts::FileRequest Request() const
+    {
+        return {
+            .title = u"Open Catalog"_s,
+            .filter = u"Text files (*.txt)|*.txt;*.log|All files (*.*)|*.*"_s,
+            .folder = m_folder.Path({}),
+            .extension = u"txt"_s,
+            .proposed = u"list.txt"_s};
+    }
+
+    const TestProgramFolder m_folder;
 };
 
-std::unique_ptr<QObject> CreateDialogsTest()
-{
-    return std::make_unique<TestDialogs>();
-}
-
+TEST_OF_SUITE(TestDialogs)
 #include "test_dialogs.moc"
