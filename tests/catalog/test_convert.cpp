@@ -23,7 +23,6 @@ using Contents = std::map<QString, QByteArray>; // of files, by name
 
 constexpr int kKilled = 42;
 const QString kQuestionTitle = u"Confirm conversion"_s;
-const QString kErrorTitle = u"Error during conversion"_s;
 const QString kCatalog = u"catalogs/Shows.xml"_s;
 const QString kUser = u"catalogs/Shows User.xml"_s;
 const QString kMerged = u"catalogs/Shows.xml.converted"_s;
@@ -88,8 +87,8 @@ int ConvertUntil(const QString &folder, int lastStep)
 
 /// A conversion begins, busy while it works, and ends with a message; no file is touched.
 void Refuses(
-    const OldCatalog &old, const QString &user, const QString &text, const QString &title = kErrorTitle,
-    Icon icon = Icon::Critical)
+    const OldCatalog &old, const QString &text, bool hasUser = true,
+    const QString &title = u"Error during conversion"_s, Icon icon = Icon::Critical)
 {
     const Contents before = old.Files();
     QStringList seen;
@@ -98,11 +97,28 @@ void Refuses(
     prompts.ExpectMessage(kQuestionTitle, Answer::Yes);
     prompts.ExpectMessage(title);
     const auto working = [&](bool on) { seen += on ? u"busy"_s : u"ready"_s; };
+    const QString user = hasUser ? UserFilePath(old.path) : QString();
     QVERIFY(!ConvertFileTo12(old.path, user, prompts, {.working = working, .stepDone = {}}));
     QCOMPARE(seen, QStringList({kQuestionTitle, u"busy"_s, u"ready"_s, title}));
     QCOMPARE(prompts.LastAsked().text, text);
     QCOMPARE(prompts.LastAsked().icon, icon);
     QCOMPARE(old.Files(), before);
+}
+
+/// A conversion ends with a report, here for what lies in its way, and leaves what it was to convert.
+void Fails(const OldCatalog &old, const QString &reported, const QString &inTheWay = {})
+{
+    const Contents before = old.Files();
+    if (!inTheWay.isEmpty())
+        old.Write(inTheWay, "x");
+    const FailureRecorder failures;
+    QVERIFY(!old.Convert());
+    QCOMPARE(failures.Names(), {u"modConvertTo12.ConvertFileTo12"_s});
+    const QString description = failures.reports.front().description;
+    QVERIFY2(description.contains(reported), qPrintable(description));
+    for (const auto &[name, contents] : before)
+        QCOMPARE(old.Files()[name], contents);
+    QVERIFY(!QFileInfo(old.Path(kMerged)).isFile());
 }
 
 } // namespace
@@ -203,11 +219,9 @@ private slots:
         const OldCatalog old("<Catalog>" + items + "</Catalog>", "<User>" + userItems + "</User>");
         QVERIFY(old.Convert());
         const auto file = LoadXml(old.path);
-        pugi::xml_node item = file->document->document_element().first_child();
-        for (const auto &[code, format] : formats) {
-            QVERIFY2(ReadAttribute(item, "Format") == QLatin1StringView(format), code);
-            item = item.next_sibling();
-        }
+        auto format = formats.begin();
+        for (const pugi::xml_node item : file->document->document_element())
+            QCOMPARE(QByteArray(item.attribute("Format").value()), (format++)->second);
     }
 
     void filesAfterwards()
@@ -240,36 +254,21 @@ private slots:
     }
 #endif
 
-    void refusals_data()
+    void refusals()
     {
         const QString notCatalog = u"File does not appear to be a valid catalog file."_s;
         const QString notUser = u"File does not appear to be a valid user catalog file."_s;
-        Table<QByteArray, QByteArray, QString>("catalog", "user", "text")
-            .Row("broken catalog", "<Catalog><Item></Catalog>", "<User/>", u"Error reading catalog file."_s)
-            .Row("no catalog file", "", "<User/>", u"Error reading catalog file."_s)
-            .Row("another root", "<catalog/>", "<User/>", notCatalog)
-            .Row("a catalog in a namespace", "<Catalog xmlns='urn:x'/>", "<User/>", notCatalog)
-            .Row("broken user file", "<Catalog/>", "<User>", u"Error reading user file."_s)
-            .Row("no user file", "<Catalog/>", "", u"Error reading user file."_s)
-            .Row("a catalog as user file", "<Catalog/>", "<Catalog/>", notUser);
-    }
-    void refusals()
-    {
-        QFETCH(QByteArray, catalog);
-        QFETCH(QByteArray, user);
-        QFETCH(QString, text);
-        const OldCatalog old(catalog, user);
-        Refuses(old, UserFilePath(old.path), text);
-    }
-
-    void refusesConvertedOnesAndBackups()
-    {
-        Refuses(OldCatalog(), {}, u"File is already compatible."_s, u"Conversion"_s, Icon::Information);
-        const OldCatalog backup(kOldCatalog, kOldUser, kCatalogBackup);
-        Refuses(
-            backup, UserFilePath(backup.path),
-            u"This catalog is a backup of an earlier conversion.  "
-            u"Please copy it and its user file to another folder first."_s);
+        const QString backup = u"This catalog is a backup of an earlier conversion.  "
+                               u"Please copy it and its user file to another folder first."_s;
+        Refuses(OldCatalog("<Catalog><Item></Catalog>", kOldUser), u"Error reading catalog file."_s);
+        Refuses(OldCatalog("", kOldUser), u"Error reading catalog file."_s);
+        Refuses(OldCatalog("<catalog/>", kOldUser), notCatalog);
+        Refuses(OldCatalog("<Catalog xmlns='urn:x'/>", kOldUser), notCatalog);
+        Refuses(OldCatalog(kOldCatalog, "<User>"), u"Error reading user file."_s);
+        Refuses(OldCatalog(kOldCatalog, ""), u"Error reading user file."_s);
+        Refuses(OldCatalog(kOldCatalog, kOldCatalog), notUser);
+        Refuses(OldCatalog(kOldCatalog, kOldUser, kCatalogBackup), backup);
+        Refuses(OldCatalog(), u"File is already compatible."_s, false, u"Conversion"_s, Icon::Information);
     }
 
     void declined()
@@ -286,35 +285,14 @@ private slots:
         QCOMPARE(old.Files(), before);
     }
 
-    void failures_data()
-    {
-        const QByteArray item = "<Item ID='1'/>";
-        Table<QByteArray, QByteArray, QString, QString>("catalog", "user", "inTheWay", "reported")
-            .Row("no ID left", "<Item ID='2147483647'/>", "<Item ID='u'/>", u""_s, u"Overflow"_s)
-            .Row("ID beyond 32 bits", "<Item ID='2147483648'/>", item, u""_s, u"Overflow"_s)
-            .Row("no backup folder", item, item, u"Conversion Backup"_s, u"Cannot make the folder"_s)
-            .Row("no catalog backup", item, item, kCatalogBackup + u"/x"_s, u"Shows.xml"_s)
-            .Row("no user backup", item, item, kUserBackup + u"/x"_s, u"Shows User.xml"_s)
-            .Row("no merged file", item, item, kMerged + u"/x"_s, u"Shows.xml.converted"_s);
-    }
     void failures()
     {
-        QFETCH(QByteArray, catalog);
-        QFETCH(QByteArray, user);
-        QFETCH(QString, inTheWay);
-        QFETCH(QString, reported);
-        const OldCatalog old("<Catalog>" + catalog + "</Catalog>", "<User>" + user + "</User>");
-        const Contents before = old.Files();
-        if (!inTheWay.isEmpty())
-            old.Write(inTheWay, "x");
-        const FailureRecorder failures;
-        QVERIFY(!old.Convert());
-        QCOMPARE(failures.Names(), {u"modConvertTo12.ConvertFileTo12"_s});
-        const QString description = failures.reports.front().description;
-        QVERIFY2(description.contains(reported), qPrintable(description));
-        for (const auto &[name, contents] : before)
-            QCOMPARE(old.Files()[name], contents);
-        QVERIFY(!QFileInfo(old.Path(kMerged)).isFile());
+        Fails(OldCatalog("<Catalog><Item ID='2147483647'/></Catalog>"), u"Overflow"_s);
+        Fails(OldCatalog("<Catalog><Item ID='2147483648'/></Catalog>"), u"Overflow"_s);
+        Fails(OldCatalog(), u"Cannot make the folder"_s, u"Conversion Backup"_s);
+        Fails(OldCatalog(), u"Shows.xml"_s, kCatalogBackup + u"/x"_s);
+        Fails(OldCatalog(), u"Shows User.xml"_s, kUserBackup + u"/x"_s);
+        Fails(OldCatalog(), u"Shows.xml.converted"_s, kMerged + u"/x"_s);
     }
 
     void takenUpAfterItWasKilled()
@@ -342,28 +320,24 @@ private slots:
 
     void finishing_data()
     {
-        const Contents backups = {{kCatalogBackup, ""}, {kUserBackup, ""}};
-        const auto with = [](Contents files, const QString &name, const QByteArray &contents) {
-            files[name] = contents;
-            return files;
-        };
-        Table<Contents, bool>("present", "finishes") // beside the merged file
-            .Row("nothing but backups", backups, true)
-            .Row("user file", with(backups, kUser, ""), true)
-            .Row("another user file", with(backups, kUser, "other"), false)
-            .Row("catalog", with(backups, kCatalog, ""), false)
-            .Row("no catalog backup", {{kUser, ""}, {kUserBackup, ""}}, false)
-            .Row("no user backup", {{kUser, ""}, {kCatalogBackup, ""}}, false)
+        const QString another = kUser + u"=another"_s;
+        Table<QStringList, bool>("present", "finishes") // beside the merged file, with "=" and contents
+            .Row("nothing but backups", {kCatalogBackup, kUserBackup}, true)
+            .Row("user file", {kUser, kCatalogBackup, kUserBackup}, true)
+            .Row("another user file", {another, kCatalogBackup, kUserBackup}, false)
+            .Row("catalog", {kCatalog, kCatalogBackup, kUserBackup}, false)
+            .Row("no catalog backup", {kUser, kUserBackup}, false)
+            .Row("no user backup", {kUser, kCatalogBackup}, false)
             .Row("no backups", {}, false);
     }
     void finishing()
     {
-        QFETCH(const Contents, present);
+        QFETCH(const QStringList, present);
         QFETCH(const bool, finishes);
         const OldCatalog old({}, {});
         old.Write(kMerged, "merged");
-        for (const auto &[name, contents] : present)
-            old.Write(name, contents);
+        for (const QString &file : present)
+            old.Write(file.section(u'=', 0, 0), file.section(u'=', 1).toUtf8());
         const Contents finished = {{kCatalog, "merged"}, {kCatalogBackup, ""}, {kUserBackup, ""}};
         const Contents expected = finishes ? finished : old.Files();
         FinishInterruptedConversions(old.Path(u"catalogs"_s));

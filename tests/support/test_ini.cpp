@@ -7,8 +7,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <limits>
-
 using namespace Qt::StringLiterals;
 
 class TestIni : public QObject
@@ -127,17 +125,13 @@ private slots:
     void readsNumbersAndFlags()
     {
         m_ini->SetAllowSaveFile(false);
-        const std::vector<std::pair<QString, int>> numbers = {
-            {u""_s, 0},
-            {u"12abc"_s, 12},
-            {u"abc"_s, 0},
-            {u"-2.5"_s, -2},
-            {u"-2147483648"_s, std::numeric_limits<int>::min()}};
         QCOMPARE(m_ini->ReadLong(u"S"_s, u"k"_s, -5), -5);
-        for (const auto &[value, number] : numbers) {
+        QString numbers;
+        for (const QString &value : {u""_s, u"12abc"_s, u"abc"_s, u"-2.5"_s, u"-2147483648"_s}) {
             m_ini->WriteValue(u"S"_s, u"k"_s, value);
-            QCOMPARE(m_ini->ReadLong(u"S"_s, u"k"_s, -5), number);
+            numbers += QString::number(m_ini->ReadLong(u"S"_s, u"k"_s, -5)) + u' ';
         }
+        QCOMPARE(numbers, u"0 12 0 -2 -2147483648 "_s);
         QString flags;
         for (const QString &value : {u"True"_s, u"tRUE"_s, u"False"_s, u"1"_s, u""_s}) {
             m_ini->WriteValue(u"S"_s, u"k"_s, value);
@@ -152,10 +146,11 @@ private slots:
     {
         m_ini->LoadINI(m_path);
         QVERIFY(!QFile::exists(m_path));
-        m_ini->WriteValue(u"Main"_s, u"Left"_s, u"10"_s);
-        QCOMPARE(FileBytes(), "[Main]\r\nLeft=10\r\n");
-        m_ini->WriteFlag(u"Main"_s, u"Big"_s, true);
-        QCOMPARE(FileBytes(), "[Main]\r\nBig=True\r\nLeft=10\r\n");
+        m_ini->WriteFlag(u"A"_s, u"k"_s, true);
+        QCOMPARE(FileBytes(), "[A]\r\nk=True\r\n");
+        m_ini->WriteFlag(u"A"_s, u"k"_s, false);
+        m_ini->WriteValue(u"B\r\n[C]"_s, u"k\n"_s, u"1\r\n[C]\rx=2"_s);
+        QCOMPARE(FileBytes(), "[A]\r\nk=False\r\n\r\n[B[C]]\r\nk=1[C]x=2\r\n");
     }
 
     void changes()
@@ -181,13 +176,6 @@ private slots:
         WriteFileAtomically(m_path, "untouched");
         m_ini->DeleteSection(u"none"_s);
         QCOMPARE(FileBytes(), "[A]\r\nz=9\r\n\r\n[C]\r\n");
-    }
-
-    void lineBreaksStayInsideTheirValue()
-    {
-        m_ini->LoadINI(m_path);
-        m_ini->WriteValue(u"A\r\n[B]"_s, u"k\n"_s, u"1\r\n[C]\rx=2"_s);
-        QCOMPARE(FileBytes(), "[A[B]]\r\nk=1[C]x=2\r\n");
     }
 
     void indexOutOfRange()
