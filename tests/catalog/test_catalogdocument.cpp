@@ -59,31 +59,25 @@ class TestCatalogDocument : public QObject
     Q_OBJECT
 
 private slots:
-    void loads_data()
-    {
-        Table<QByteArray, LoadResult>("xml", "result")
-            .Row("catalog", "<Catalog/>", LoadResult::Loaded)
-            .Row("catalog with more", "<!--a--><Catalog a='1' xmlns=''>b</Catalog>", LoadResult::Loaded)
-            .Row("another case", "<catalog/>", LoadResult::NotACatalog)
-            .Row("user file", "<User/>", LoadResult::NotACatalog)
-            .Row("not at the top", "<a><Catalog/></a>", LoadResult::NotACatalog)
-            .Row("prefix", "<x:Catalog xmlns:x='y'/>", LoadResult::NotACatalog)
-            .Row("namespace", "<Catalog xmlns='y'/>", LoadResult::NotACatalog)
-            .Row("empty file", "", LoadResult::Unreadable)
-            .Row("broken", "<Catalog>", LoadResult::Unreadable);
-    }
     void loads()
     {
-        QFETCH(QByteArray, xml);
-        QFETCH(LoadResult, result);
-        Opened open("<Catalog><Item ID='1' m='old'/></Catalog>");
-        open.document.MarkModified();
-        const QSignalSpy replaced(&open.document, &CatalogDocument::aboutToBeReplaced);
-        QCOMPARE(open.document.Load(open.Write(u"Other.xml"_s, xml)), result);
-        QCOMPARE(replaced.count(), result == LoadResult::Loaded ? 1 : 0);
-        QCOMPARE(open.Found({u"1"_s}), result == LoadResult::Loaded ? u"-"_s : u"old"_s);
-        QVERIFY(open.document.IsModified());
-        QCOMPARE(open.document.Path(), open.Path(u"Shows.xml"_s));
+        const std::vector<std::pair<LoadResult, QByteArrayList>> files = {
+            {LoadResult::Loaded, {"<Catalog/>", "<!--a--><Catalog a='1' xmlns=''>b</Catalog>"}},
+            {LoadResult::NotACatalog, {"<catalog/>", "<User/>", "<a><Catalog/></a>"}},
+            {LoadResult::NotACatalog, {"<x:Catalog xmlns:x='y'/>", "<Catalog xmlns='y'/>"}},
+            {LoadResult::Unreadable, {"", "<Catalog>"}}};
+        for (const auto &[result, xmls] : files) {
+            for (const QByteArray &xml : xmls) {
+                Opened open("<Catalog><Item ID='1' m='old'/></Catalog>");
+                open.document.MarkModified();
+                const QSignalSpy replaced(&open.document, &CatalogDocument::aboutToBeReplaced);
+                QVERIFY2(open.document.Load(open.Write(u"Other.xml"_s, xml)) == result, xml);
+                QCOMPARE(replaced.count(), result == LoadResult::Loaded ? 1 : 0);
+                QCOMPARE(open.Found({u"1"_s}), result == LoadResult::Loaded ? u"-"_s : u"old"_s);
+                QVERIFY(open.document.IsModified());
+                QCOMPARE(open.document.Path(), open.Path(u"Shows.xml"_s));
+            }
+        }
     }
 
     void announcesBeforeElementsDie()
