@@ -132,7 +132,7 @@ private slots:
             .Row("empty catalog", {}, {1})
             .Row("gaps, as numbers", {u"1"_s, u"10"_s, u"2"_s, u"9"_s}, {11, 11, 10, 10, 1})
             .Row("lenient", {u" 12x"_s, u"u99"_s, u""_s}, {13, 1, 1, 1})
-            .Row("none above 0", {u"-5"_s, u"x"_s}, {1, 1, 1})
+            .Row("none above 0", {u"5"_s, u"-5"_s, u"x"_s}, {6, 1, 1, 1})
             .Row("halves to even", {u"3.5"_s, u"2.5"_s, u"1"_s}, {5, 3, 2, 1})
             .Row("last of 32 bits", {u"2147483647"_s, u"2147483646"_s}, {0, 2147483647, 1})
             .Row("beyond 32 bits", {u"1"_s, u"99999999999"_s}, {0, 0, 1})
@@ -185,6 +185,21 @@ private slots:
             "<Notes>n<!--c--></Notes></Item><Type>Video</Type><WebSource>w</WebSource>"
             "<Item ID='5' Type='Video' Venue='v'><Notes>n<!--c--></Notes></Item><Item ID='6' Type='R&amp;B'/>"
             "<Type>R&amp;B</Type></Catalog>");
+    }
+
+    void tellsWhichEntryIsMissing()
+    {
+        Opened open("<Catalog><Type>a</Type><WebSource>b</WebSource></Catalog>");
+        const auto reason = [&open](const QString &text) {
+            try {
+                open.document.RemoveEntry(CatalogList::RecordingTypes, text);
+            } catch (const ProgramError &error) {
+                return error.description();
+            }
+            return QString();
+        };
+        QCOMPARE(reason(u"b"_s), u"No such Type: b"_s);
+        QCOMPARE(reason(u"it's"_s), u"Not an expression: /Catalog/Type[text()='it's']"_s);
     }
 
     void saveTellsOfListingsThatItRemoves()

@@ -340,19 +340,17 @@ private slots:
         const QString folder = QStringLiteral(DISCBOOK_SAMPLES "/two-file/");
         const OldCatalog old(ReadWholeFile(folder + u"Shows.xml"_s), ReadWholeFile(folder + u"Shows User.xml"_s));
         QVERIFY(old.Convert());
-        std::map<QString, int> formats;
-        int listings = 0;
+        QStringList formats;
         const auto file = LoadXml(old.path);
         for (const pugi::xml_node item : file->document->document_element().children("Item")) {
-            ++formats[ReadAttribute(item, "Format")];
-            QCOMPARE(ReadAttribute(item, "ID"), QString::number(++listings));
+            formats += ReadAttribute(item, "Format");
+            QCOMPARE(ReadAttribute(item, "ID"), QString::number(formats.size()));
         }
-        QString counts;
-        for (const auto &[format, count] : formats)
-            counts += u"%1: %2, "_s.arg(format).arg(count);
-        // FLAC are 20 of code DM, 14 D, 15 FLAC and 7 of code 1; an eighth of code 1 matches no listing. Without a
-        // format are 14 of code 0 and 283 that the user does not have.
-        QCOMPARE(counts, u": 297, 12: 10, CD: 13, FLAC: 56, LP: 1, MP3: 29, SHN: 15, Tape: 9, VHS: 1, "_s);
+        QCOMPARE(formats.size(), 424 + 7);
+        // 20 of code DM, 14 D, 15 FLAC and 7 of code 1, of which an eighth matches no listing.
+        QCOMPARE(formats.count(u"FLAC"_s), 56);
+        // 14 of code 0 and 283 that the user does not have.
+        QCOMPARE(formats.count(QString()), 297);
     }
 
 private:

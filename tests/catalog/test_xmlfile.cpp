@@ -96,24 +96,25 @@ private slots:
 
     void refuses()
     {
-        constexpr auto kTexts =
+        Refuses(
+            "",
             "~ \n~Catalog~<Catalog><Item ID='1'/>~<Catalog~<Catalog a='~<Catalog></Catalog~<Catalog/><!-- ~"
-            "<Catalog><![CDATA[]</Catalog>~<Catalog><Item></Catalog></Item>~<Catalog></catalog>~"
-            "<Catalog></Catalog></Catalog>~<Catalog/><Catalog/>~a<Catalog/>~<Catalog/>a~<Catalog/><![CDATA[]]>~"
-            " <?xml version='1.0'?><Catalog/>~<Catalog><?XML version='1.0'?></Catalog>~"
-            "<Catalog/><!DOCTYPE Catalog>~<!DOCTYPE a><!DOCTYPE b><Catalog/>~<Catalog ID='1' Type='2' ID='1'/>~"
-            "<Catalog a='1'b='2'/>~<Catalog a=1/>~<Catalog a/>~<Catalog a='<'/>~<1/>~"
-            "<Catalog><!-- a -- b --></Catalog>~<Catalog>a & b</Catalog>~<Catalog a='b&c'/>~"
-            "<Catalog>&nbsp;</Catalog>~<Catalog>&AMP;</Catalog>~<Catalog>a]]>b</Catalog>~"
-            "<Catalog><Item>]]></Item></Catalog>~<!DOCTYPE Catalog [<!ENTITY a 'b'>]><Catalog>&a;</Catalog>~"
-            "<?xml version='1.0' encoding='x-none'?><Catalog/>~<?xml version='1.0' encoding=''?><Catalog/>~"
-            "<?xml version='1.0' encoding='UTF-7'?><Catalog/>~"
-            "<?xml version='1.0' encoding='utf-16'?><Catalog/>~"
-            "<?xml version='1.0' encoding='us-ascii'?><Catalog>\xE9</Catalog>~"
-            "<?xml version='1.0' encoding='Shift_JIS'?><Catalog>\x92</Catalog>~"
-            "<!DOCTYPE a [<!ENTITY a 'aaaa'><!ENTITY b '&a;&a;&a;&a;'>]><Catalog>&b;&b;</Catalog>~"
-            "\xEF\xBB\xBF\xEF\xBB\xBF<Catalog/>";
-        Refuses("", kTexts, "");
+            "<Catalog><![CDATA[]</Catalog>~<Catalog></catalog>~<Catalog></Catalog></Catalog>~<Catalog/><Catalog/>~"
+            "a<Catalog/>~<Catalog/>a~<Catalog/><![CDATA[]]>~ <?xml version='1.0'?><Catalog/>~"
+            "<Catalog/><!DOCTYPE Catalog>~<!DOCTYPE a><!DOCTYPE b><Catalog/>~<1/>~\xEF\xBB\xBF\xEF\xBB\xBF<Catalog/>~"
+            "<!DOCTYPE Catalog [<!ENTITY a 'b'>]><Catalog>&a;</Catalog>~"
+            "<!DOCTYPE a [<!ENTITY a 'aaaa'><!ENTITY b '&a;&a;&a;&a;'>]><Catalog>&b;&b;</Catalog>",
+            "");
+        Refuses("<Catalog ", "ID='1' Type='2' ID='1'~a='1'b='2'~a=1~a~a='<'~a='b&c'", "/>");
+        Refuses(
+            "<Catalog>",
+            "<Item></Catalog></Item>~<?XML version='1.0'?>~<!-- a -- b -->~a & b~&nbsp;~&AMP;~a]]>b~<Item>]]></Item>",
+            "</Catalog>");
+        Refuses(
+            "<?xml version='1.0' encoding='",
+            "x-none'?><Catalog>~'?><Catalog>~utf-16'?><Catalog>~UTF-7'?><Catalog>~us-ascii'?><Catalog>\xE9~"
+            "Shift_JIS'?><Catalog>\x92",
+            "</Catalog>");
         Refuses(
             "<?xml ",
             "~encoding='utf-8'~version='1'~version='1.0' standalone='1'~version='1.0'encoding='utf-8'~"
@@ -254,8 +255,6 @@ private slots:
         const QString path = m_folder.Write(u"kept.xml"_s, "<Catalog/>");
         const auto file = Load("<Catalog><Type>" + QByteArray(3'000'000, 'a') + "</Type></Catalog>");
         QVERIFY(file);
-        QVERIFY_THROWS_EXCEPTION(
-            ProgramError, SaveXml(*file->document, file->encoding, m_folder.Path(u"gone/kept.xml"_s)));
 #ifdef Q_OS_UNIX
         {
             const FileSizeLimit full(500'000);

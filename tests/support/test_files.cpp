@@ -16,12 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray Contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(no file)");
-}
-
 /// The description of the failure with which writing a file in pieces ends; empty when it succeeds.
 QString WriteError(const QString &path, const QByteArray &piece, int pieces = 1)
 {
@@ -98,15 +92,15 @@ private slots:
         const QByteArray old = "a longer one that was there before";
         WriteFileAtomically(m_path, old);
         AtomicFile(m_path).Write("new", 3);
-        QCOMPARE(Contents(m_path), old);
+        QCOMPARE(ReadWholeFile(m_path), old);
         for (const QByteArray &bytes : {QByteArray(), "x"_ba, QByteArray(3'000'001, 'x')}) {
             QCOMPARE(WriteError(m_path, old), QString());
             AtomicFile file(m_path);
             for (qsizetype at = 0; at < bytes.size(); at += 1000)
                 file.Write(bytes.constData() + at, std::min<qsizetype>(1000, bytes.size() - at));
-            QCOMPARE(Contents(m_path), old);
+            QCOMPARE(ReadWholeFile(m_path), old);
             file.Commit();
-            QVERIFY(Contents(m_path) == bytes);
+            QVERIFY(ReadWholeFile(m_path) == bytes);
             QCOMPARE(Names(), {u"target"_s});
         }
     }
@@ -146,7 +140,7 @@ private slots:
         QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         QVERIFY(error.startsWith(u"Permission denied"_s));
 #endif
-        QCOMPARE(Contents(m_path), "old");
+        QCOMPARE(ReadWholeFile(m_path), "old");
     }
 
 #ifdef Q_OS_UNIX
@@ -171,7 +165,7 @@ private slots:
             reason = WriteError(m_path, QByteArray(pieceSize, 'x'), pieces);
         }
         QCOMPARE(reason, u"File too large: "_s + m_path);
-        QCOMPARE(Contents(m_path), "old");
+        QCOMPARE(ReadWholeFile(m_path), "old");
         QCOMPARE(Names(), {u"target"_s});
     }
 
@@ -184,7 +178,7 @@ private slots:
             QFile::remove(m_path); // at first they lead to nothing
             for (const QByteArray &bytes : {"first"_ba, "second"_ba}) {
                 QCOMPARE(WriteError(m_folder->filePath(link), bytes), QString());
-                QCOMPARE(Contents(m_path), bytes);
+                QCOMPARE(ReadWholeFile(m_path), bytes);
                 QVERIFY(!QFileInfo(m_path).isSymbolicLink());
             }
         }
