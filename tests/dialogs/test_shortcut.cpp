@@ -20,7 +20,6 @@ private slots:
     void init()
     {
         m_home = std::make_unique<QTemporaryDir>();
-        m_desktop = QDir(m_home->filePath(u"Desktop"_s));
         qputenv("HOME", m_home->path().toUtf8());
         qunsetenv("XDG_CONFIG_HOME");
     }
@@ -60,7 +59,7 @@ private slots:
         Table<QString, QString, QString>("answer", "files", "message")
             .Row("a name", u"Mine"_s, u"Mine.desktop"_s, {})
             .Row("cancelled", {}, {}, {})
-            .Row("a name with a slash", u"folder/b"_s, {}, u"Error creating shortcut."_s)
+            .Row("a name with a slash", u"../b"_s, {}, u"Error creating shortcut."_s)
             .Row("a name too long for a file", QString(300, u'x'), {}, u"Error creating shortcut."_s);
     }
 
@@ -68,7 +67,6 @@ private slots:
     {
         QFETCH(QString, answer);
         QFETCH(QString, message);
-        QVERIFY(m_desktop.mkpath(u"folder"_s));
         ScriptedPrompts prompts;
         prompts.ExpectInput(u"Shortcut Name"_s, answer);
         if (!message.isEmpty())
@@ -79,10 +77,11 @@ private slots:
             prompts.AllAsked()[0].text, u"This will create a shortcut to this catalog on your desktop.\r\n\r\n"
                                         "Please enter a name for the shortcut."_s);
         QCOMPARE(message.isEmpty() ? QString() : prompts.LastAsked().text, message);
-        QTEST(m_desktop.entryList(QDir::Files).join(u','), "files");
-        for (const QFileInfo &file : m_desktop.entryInfoList(QDir::Files)) {
+        const QDir desktop(m_home->filePath(u"Desktop"_s));
+        QTEST(desktop.entryList(QDir::Files).join(u','), "files");
+        const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
+        for (const QFileInfo &file : desktop.entryInfoList(QDir::Files)) {
             QVERIFY(file.isExecutable());
-            const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
             QVERIFY(ReadWholeFile(file.filePath()).contains("Exec=\"" + program + "\" \"My Shows.old.xml\"\n"));
         }
     }
@@ -101,7 +100,6 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> m_home;
-    QDir m_desktop;
 };
 
 TEST_OF_SUITE(TestShortcut)

@@ -168,6 +168,7 @@ private slots:
         QFETCH(ListKind, kind);
         ListForm f(kind);
         QTEST(f.form->windowTitle(), "caption");
+        QCOMPARE(f.lst().accessibleName(), u"Listings"_s);
         f.Export({});
         const UserPrompts::FileRequest asked = f.prompts.LastAsked().request;
         QTEST(asked.proposed, "proposed");

@@ -78,8 +78,10 @@ private slots:
         const Fixture f;
         QCOMPARE(f.form->windowTitle(), u"Search"_s);
         QStringList captions;
-        for (const QLabel *label : f.form->findChildren<QLabel *>())
+        for (const QLabel *label : f.form->findChildren<QLabel *>()) {
             captions.append(label->text() + u'>' + label->buddy()->objectName());
+            QVERIFY2(label->geometry().right() < label->buddy()->x(), qPrintable(label->text()));
+        }
         QCOMPARE(
             captions.join(u' '),
             u"&Type:>cboType Month:>cboMonth Day:>cboDay &Year:>cboYear &Concert:>txtShow Ven&ue:>txtVenue "
