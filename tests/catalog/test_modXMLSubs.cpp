@@ -45,7 +45,7 @@ private slots:
     {
         Table<QString, QString>("stored", "lines")
             .Row("brackets", u"a ([b, {c, d}], e), f, g (h, i)"_s, u"a ([b, {c, d}], e)\r\nf\r\ng (h, i)"_s)
-            .Row("never closed", u"x, [y"_s, u"x\r\n[y"_s)
+            .Row("never closed", u"x, (y (z), [a"_s, u"x\r\n(y (z)\r\n[a"_s)
             .Row("never opened", u"x, y)"_s, u"x, y)"_s)
             .Row("never opened before", u"x), y"_s, u"x)\r\ny"_s)
             .Row("crossed", u"a, (b, [c, d), e], f"_s, u"a\r\n(b, [c, d), e]\r\nf"_s)

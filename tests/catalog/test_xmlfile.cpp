@@ -55,8 +55,10 @@ private slots:
                 "white space in attributes", "<Catalog a='1\t2\n3' b='&#9;&#10;&#13;' c = '\"&apos;' />",
                 "<Catalog a=\"1 2 3\" b=\"&#09;&#10;&#13;\" c=\"&quot;'\" />\n");
         const QByteArray type = R"(<!DOCTYPE Catalog PUBLIC "a" 'b' [%c; <!-- ' --><?d?><!ENTITY e "f>&g;"><!ELEMENT
-            Catalog (h|i?|(j,(k)*)+)><!ELEMENT h (#PCDATA | i)*><!ELEMENT i EMPTY><!ATTLIST h l (1m|n) '&e;' o NOTATION
-            (p) #FIXED 'p'><!NOTATION p PUBLIC 'q'><!ENTITY % c SYSTEM 'r'><!ENTITY s SYSTEM 't' NDATA p >] >)";
+            Catalog (h|i?|(j,(k)*)+)><!ELEMENT h (#PCDATA | i)*><!ELEMENT i EMPTY><!ELEMENT k ANY><!ATTLIST h a CDATA
+            #IMPLIED b ID #REQUIRED c IDREF '' d IDREFS '' e ENTITY '' f ENTITIES '' g NMTOKEN '' i NMTOKENS ''
+            l (1m|n) '&e;' o NOTATION (p) #FIXED 'p'><!NOTATION p PUBLIC 'q'><!ENTITY % c SYSTEM 'r'><!ENTITY s
+            SYSTEM 't' NDATA p >] >)";
         table.Row(
             "prologue", type + "<!--c--><?d e\r\nf?><Catalog/><!--]]>-->",
             type + "\n<!--c-->\n<?d e\nf?>\n<Catalog />\n<!--]]>-->\n");
@@ -68,7 +70,7 @@ private slots:
             "layout beside comments", " <!--a-->\n <Item> <!--b--> <Notes>c</Notes> </Item>",
             "\n\t<!--a-->\n\t<Item>\n\t\t<!--b-->\n\t\t<Notes>c</Notes>\n\t</Item>\n");
         inside("layout by reference", "&#32;<Item>&#10; </Item>", "\n\t<Item />\n");
-        inside("text", "a <Item/> b<!--c-->d", "a <Item /> b<!--c-->d");
+        inside("text", "a <Item/> b<!--c-->d<![CDATA[e]]>", "a <Item /> b<!--c-->d<![CDATA[e]]>");
         inside(
             "beyond ASCII", "<\u00E9 a='\u20AC'>&#xE9;&#x1D11E;&#127;</\u00E9>",
             "\n\t<\u00E9 a=\"\u20AC\">\u00E9\U0001D11E\u007F</\u00E9>\n");
