@@ -1,5 +1,6 @@
 #include "program.h"
 #include "table.h"
+#include "typist.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -286,7 +287,7 @@ private slots:
         QCOMPARE(albums.data(BrowseTreeModel::PictureRole).toString(), u"CD"_s);
         QTest::keyClick(program.Tree(), Qt::Key_Left);
         QCOMPARE(year.data(BrowseTreeModel::PictureRole).toString(), u"Closed"_s);
-        QTest::mouseDClick(program.Tree()->viewport(), Qt::LeftButton, {}, program.Tree()->visualRect(albums).center());
+        DoubleClick(*program.Tree(), albums);
         QVERIFY(!program.Tree()->findChild<QLineEdit *>());
     }
 
