@@ -140,7 +140,7 @@ private slots:
         }
     }
 
-    void failureLeavesTheFormOpenCancelDoesNot()
+    void cancelClosesTheFormAndFailureDoesNot()
     {
         const FailureRecorder failures;
         PageForm f;
