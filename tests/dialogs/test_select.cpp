@@ -80,8 +80,10 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&form));
         QStringList texts;
         for (const QLabel *label : form.findChildren<QLabel *>())
-            texts += label->isVisible() ? label->text() : u"hidden"_s;
-        QCOMPARE(texts.join(u'|'), u"Discbook|Version 3.14|A desktop catalog of music recordings|"_s);
+            texts += label->objectName() + u'=' + (label->isVisible() ? label->text() : u"hidden"_s);
+        QCOMPARE(
+            texts.join(u'|'), u"lblTitle=Discbook|lblVersion=Version 3.14|"
+                              "lblDescription=A desktop catalog of music recordings|imgIcon="_s);
         QTest::keyClick(form.focusWidget(), Qt::Key_Return);
         QVERIFY(!form.isVisible());
     }

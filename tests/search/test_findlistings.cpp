@@ -103,6 +103,7 @@ private slots:
                 QFAIL(qPrintable(u"taken: "_s + query));
             } catch (const ProgramError &error) {
                 QCOMPARE(error.failure(), Failure::BadQuery);
+                QVERIFY(error.source().startsWith(u"pugixml"));
                 QVERIFY(error.description().endsWith(u": "_s + query));
             }
         }
