@@ -156,12 +156,12 @@ private slots:
     {
         const QString isNew = u"\nThis file does not exist.\nDo you want to create it?"_s;
         const QString taken = u" already exists.\nDo you want to replace it?"_s;
-        Table<QString, QString, QString>("typed", "question", "saved")
-            .Row("extension added", u"README"_s, isNew, u"README.txt"_s)
-            .Row("added behind dots", u"Vol. 2"_s, isNew, u"Vol. 2.txt"_s)
-            .Row("not one of the filter's", u"new.*"_s, isNew, u"new.*.txt"_s)
-            .Row("one of the filter's", u"new.LOG"_s, isNew, u"new.LOG"_s)
-            .Row("existing, by its added extension", u"taken"_s, taken, u"taken.txt"_s);
+        Table<QString, QString, bool, QString>("typed", "question", "isYesProposed", "saved")
+            .Row("extension added", u"README"_s, isNew, true, u"README.txt"_s)
+            .Row("added behind dots", u"Vol. 2"_s, isNew, true, u"Vol. 2.txt"_s)
+            .Row("not one of the filter's", u"new.*"_s, isNew, true, u"new.*.txt"_s)
+            .Row("one of the filter's", u"new.LOG"_s, isNew, true, u"new.LOG"_s)
+            .Row("there, by its added extension", u"taken"_s, taken, false, u"taken.txt"_s);
     }
 
     void saveFile()
@@ -173,6 +173,8 @@ private slots:
         WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
             WhenOpen<QMessageBox>([=](QMessageBox &box) {
                 QCOMPARE(box.text(), saved + question);
+                QCOMPARE(box.textFormat(), Qt::PlainText);
+                QTEST(box.defaultButton() == box.button(QMessageBox::Yes), "isYesProposed");
                 box.button(QMessageBox::Yes)->click();
             });
             QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
@@ -181,28 +183,16 @@ private slots:
         QCOMPARE(prompts.SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(saved)));
     }
 
-    /// The question's default: no for a file that is there, yes for a new one. After a no the file is asked for again.
-    void saveFileByEnter()
+    void saveFileRefusedAndCancelled()
     {
         QtPrompts prompts;
-        const auto pressEnter = [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); };
-        WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
-            WhenOpen<QMessageBox>([=](QMessageBox &box) {
-                WhenOpen<QFileDialog>([=](QFileDialog &again) {
-                    WhenOpen<QMessageBox>(pressEnter);
-                    TypeName(again, u"new"_s);
-                });
-                pressEnter(box);
+        WhenOpen<QFileDialog>([](QFileDialog &dialog) {
+            WhenOpen<QMessageBox>([](QMessageBox &box) {
+                WhenOpen<QFileDialog>([](QFileDialog &again) { again.reject(); });
+                QTest::keyClick(&box, Qt::Key_Escape);
             });
-            TypeName(dialog, u"taken"_s);
+            TypeName(dialog, u"new"_s);
         });
-        QCOMPARE(prompts.SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(u"new.txt"_s)));
-    }
-
-    void saveFileCancelled()
-    {
-        QtPrompts prompts;
-        WhenOpen<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
         QCOMPARE(prompts.SaveFile(Request()), QString());
     }
 
