@@ -193,7 +193,7 @@ private slots:
             });
             TypeName(dialog, u"new"_s);
         });
-        QCOMPARE(prompts.SaveFile(Request()), QString());
+        QCOMPARE(prompts.SaveFile(Request({})), QString());
     }
 
     void address()
@@ -212,11 +212,11 @@ private slots:
     }
 
 private:
-    UserPrompts::FileRequest Request() const
+    UserPrompts::FileRequest Request(const QString &filter = u"Text files|*.txt;*.log|All files (*.*)|*.*"_s) const
     {
         return {
             .title = u"Open Catalog"_s,
-            .filter = u"Text files (*.txt)|*.txt;*.log|All files (*.*)|*.*"_s,
+            .filter = filter,
             .folder = m_folder.Path({}),
             .extension = u"txt"_s,
             .proposed = u"list.txt"_s};
