@@ -36,7 +36,7 @@ void CatalogFiles::OpenCatalog(const QString &givenPath)
     if (!QFileInfo::exists(path))
         FinishInterruptedConversion(path);
     const QString companion = UserFilePath(path);
-    if (QFileInfo::exists(companion) && !Convert(path, companion)) {
+    if (QFileInfo(companion).isFile() && !Convert(path, companion)) {
         ReplaceByEmptyDocument();
         return;
     }

@@ -3,14 +3,17 @@
 #include "browsetree.h"
 #include "catalogdocument.h"
 #include "failures.h"
+#include "keycodes.h"
 #include "modXMLSubs.h"
 #include "notebox.h"
 #include "numbers.h"
 #include "recordingtypes.h"
 #include "showntypes.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -89,6 +92,12 @@ void DetailPanel::ConnectTree()
     // A reset takes the current node away without a word.
     connect(&m_tree.Model(), &QAbstractItemModel::modelReset, this, showCurrent);
     connect(&m_types, &ShownTypes::changed, this, &DetailPanel::FillTypeList);
+    m_trv.installEventFilter(this);
+    m_trv.viewport()->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, const QWidget *now) {
+        if (now && isAncestorOf(now))
+            m_leftField.clear();
+    });
     // The clean-up takes empty texts away.
     connect(&m_document, &CatalogDocument::saved, this, showCurrent);
     connect(&m_document, &CatalogDocument::aboutToBeReplaced, this, &DetailPanel::Forget);
@@ -96,6 +105,17 @@ void DetailPanel::ConnectTree()
         if (m_item == listing)
             Forget();
     });
+}
+
+/// The keys that walk from listing to listing do not come to the tree. Whatever else is done there by key or mouse is
+/// meant for it.
+bool DetailPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::MouseButtonPress;
+    const bool isKey = event->type() == QEvent::KeyPress && VirtualKeyCode(*static_cast<QKeyEvent *>(event)) != 0;
+    if (isPress || isKey)
+        m_leftField.clear();
+    return QGroupBox::eventFilter(watched, event);
 }
 
 void DetailPanel::Forget()

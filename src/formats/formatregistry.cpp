@@ -31,13 +31,9 @@ void FormatRegistry::LoadFormats()
     m_pictures.RemoveFormatPictures();
     endResetModel();
 
-    QStringList failures;
-    try {
-        m_file.LoadINI(InFolder(ProgramFolder(), u"formats.ini"_s));
-    } catch (const ProgramError &error) {
-        failures.append(error.description());
-    }
-    failures += LoadBitmaps();
+    // Reported before anybody is asked about a format that the file's unread part classes.
+    Guarded("frmMain", "LoadFormats", [this] { m_file.LoadINI(InFolder(ProgramFolder(), u"formats.ini"_s)); });
+    const QStringList failures = LoadBitmaps();
     LoadNamedFormats();
     if (!failures.isEmpty())
         throw ProgramError(Failure::BadFile, failures.join(u"\r\n"_s));
@@ -83,8 +79,7 @@ int FormatRegistry::AddFormat(const QString &name, const QString &classWord, boo
     m_entries.push_back({name, FormatPictureKey(name), KindOfWord(classWord)});
     m_positions.insert(name, position);
     endInsertRows();
-    // Where formats.ini was not read to its end, its rest may class the format, and an answer would overrule it.
-    if (classWord.isEmpty() && m_file.IsWhole())
+    if (classWord.isEmpty())
         m_entries[static_cast<size_t>(position)].kind = AskClass(name);
     return position;
 }

@@ -36,8 +36,8 @@ public:
 
     explicit FormatRegistry(UserPrompts &prompts);
 
-    /// Builds the registry from the program's folder. Registers all that can be, then throws ProgramError when bitmaps
-    /// or formats.ini could not be used.
+    /// Builds the registry from the program's folder. A formats.ini that cannot be used is reported. Registers all that
+    /// can be, then throws ProgramError when bitmaps could not be used.
     void LoadFormats();
 
     /// Position of the format with exactly that name, -1 when there is none.

@@ -38,8 +38,6 @@ public:
     /// the file beside it before it replaces it. Also throws when the file is there but cannot be read: the model is
     /// then empty, and SaveFile fails rather than put it in the place of a file nobody has seen.
     void LoadINI(const QString &FileName);
-    /// Whether the model holds all of the file: false after a load that failed, until the model is saved.
-    bool IsWhole() const { return m_seen == Seen::All; }
 
     /// Removes the first section of that name, then saves.
     void DeleteSection(const QString &SectionName);

@@ -223,15 +223,17 @@ private slots:
 
     void focusOfAHiddenField_data()
     {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("path"); // the listings and groups gone through
-        QTest::addColumn<QString>("focus");
-        QTest::newRow("album") << u"txtShow"_s << u"s3"_s << u"trv"_s;
-        QTest::newRow("album and back") << u"txtShow"_s << u"s3 s1"_s << u"txtShow"_s;
-        QTest::newRow("group") << u"txtVenue"_s << u"y1994"_s << u"trv"_s;
-        QTest::newRow("across a group") << u"txtComment"_s << u"y1994 s3"_s << u"txtComment"_s;
-        QTest::newRow("field of another kind") << u"txtShow"_s << u"y1994 s3"_s << u"trv"_s;
-        QTest::newRow("date cleared") << u"cmdClearDate"_s << u"s3"_s << u"trv"_s;
+        // The path names the nodes gone through, and what is done in between: a key or a click in the tree, another field.
+        Table<QString, QString, QString>("field", "path", "focus")
+            .Row("album", u"txtShow"_s, u"s3"_s, u"trv"_s)
+            .Row("album and back", u"txtShow"_s, u"s3 s1"_s, u"txtShow"_s)
+            .Row("group", u"txtVenue"_s, u"y1994"_s, u"trv"_s)
+            .Row("across a group", u"txtComment"_s, u"y1994 s3"_s, u"txtComment"_s)
+            .Row("field of another kind", u"txtShow"_s, u"y1994 s3"_s, u"trv"_s)
+            .Row("date cleared", u"cmdClearDate"_s, u"s3"_s, u"trv"_s)
+            .Row("a key in the tree", u"txtVenue"_s, u"y1994 key s3"_s, u"trv"_s)
+            .Row("a click in the tree", u"txtVenue"_s, u"y1994 click s3"_s, u"trv"_s)
+            .Row("another field", u"txtShow"_s, u"s3 other s1"_s, u"trv"_s);
     }
 
     void focusOfAHiddenField()
@@ -242,8 +244,18 @@ private slots:
         w.trv.setObjectName("trv"_L1);
         w.Select(u"1"_s);
         w.Field(field).setFocus();
-        for (const QString &key : path.split(u' '))
-            w.SelectKey(key);
+        for (const QString &step : path.split(u' ')) {
+            if (step == "key"_L1) {
+                QTest::keyClick(&w.trv, Qt::Key_Right);
+            } else if (step == "click"_L1) {
+                QTest::mouseClick(w.trv.viewport(), Qt::LeftButton, {}, w.trv.viewport()->rect().bottomLeft());
+            } else if (step == "other"_L1) {
+                w.Field(u"txtSeeder"_s).setFocus();
+                w.trv.setFocus();
+            } else {
+                w.SelectKey(step);
+            }
+        }
         QWidget *focused = w.window.focusWidget();
         QTEST(focused->objectName(), "focus");
         if (const auto *box = qobject_cast<QLineEdit *>(focused))

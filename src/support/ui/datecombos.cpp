@@ -39,14 +39,20 @@ protected:
     }
 };
 
-/// Hands every key that makes a character to the type-ahead and nothing of it to the box.
+/// Hands every key that makes a character to the type-ahead and nothing of it to the box. A press of the arrow enters
+/// the box too.
 class TypeAheadFilter : public QObject
 {
 public:
-    explicit TypeAheadFilter(QComboBox &box) : QObject(&box), m_box(box) { box.installEventFilter(this); }
+    TypeAheadFilter(QComboBox &box, DateEditor &editor) : QObject(&box), m_box(box), m_editor(editor)
+    {
+        box.installEventFilter(this);
+    }
 
     bool eventFilter(QObject * /*watched*/, QEvent *event) override
     {
+        if (event->type() == QEvent::MouseButtonPress)
+            m_editor.EnterBeside();
         if (event->type() != QEvent::KeyPress)
             return false;
         const auto &key = *static_cast<QKeyEvent *>(event);
@@ -56,15 +62,17 @@ public:
 
 private:
     QComboBox &m_box;
+    DateEditor &m_editor;
 };
 
 void MakeDateBox(QComboBox &box)
 {
-    box.setLineEdit(new DateEditor(box));
+    auto *editor = new DateEditor(box);
+    box.setLineEdit(editor);
     box.setInsertPolicy(QComboBox::NoInsert);
     box.setCompleter(nullptr);
     IgnoreWheelWithoutFocus(box);
-    new TypeAheadFilter(box);
+    new TypeAheadFilter(box, *editor);
 }
 
 void Empty(QComboBox &box)

@@ -105,5 +105,6 @@ bool IsStrayAccessKey(const QKeyEvent &event)
 
 bool IsPasteOfX11(const QKeyEvent &event)
 {
-    return event.key() == Qt::Key_Insert && ShiftState(event) == (ShiftBitShift | ShiftBitCtrl);
+    const bool fromSelection = event.key() == Qt::Key_Insert && ShiftState(event) == (ShiftBitShift | ShiftBitCtrl);
+    return fromSelection || event.key() == Qt::Key_F18;
 }

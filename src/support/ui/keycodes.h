@@ -47,5 +47,5 @@ bool TypesText(const QKeyEvent &event);
 /// its control by now; one that belongs to nobody is still a letter to boxes and lists.
 bool IsStrayAccessKey(const QKeyEvent &event);
 
-/// Whether the key pastes under X11 only, from the selection instead of the clipboard: Shift+Ctrl+Insert.
+/// Whether the key pastes under X11 only: F18, and Shift+Ctrl+Insert from the selection instead of the clipboard.
 bool IsPasteOfX11(const QKeyEvent &event);

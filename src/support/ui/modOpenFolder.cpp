@@ -8,11 +8,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A number behind the colon is a port, and what stands before it a host; one letter before it is a drive.
+// A host with a port is no scheme, but for those that take numbers; neither is one letter, which is a drive.
 bool HasScheme(const QString &path)
 {
-    static const QRegularExpression scheme(u"^[A-Za-z][A-Za-z0-9+.-]+:(?![0-9]+([/?#]|$))"_s);
-    return scheme.match(path).hasMatch();
+    static const QRegularExpression scheme(u"^[A-Za-z][A-Za-z0-9+.-]+:"_s);
+    static const QRegularExpression hostWithPort(uR"(^(?!(tel|sms|fax|news|javascript):)[^:/]+:[0-9]{1,5}([/?#]|$))"_s);
+    return scheme.match(path).hasMatch() && !hostWithPort.match(path).hasMatch();
 }
 
 bool IsAbsolutePath(const QString &path)

@@ -67,6 +67,12 @@ void TextBox::focusInEvent(QFocusEvent *event)
     }
 }
 
+void TextBox::EnterBeside()
+{
+    if (std::exchange(m_enteredByMouse, false))
+        selectAll();
+}
+
 void TextBox::mousePressEvent(QMouseEvent *event)
 {
     m_enteredByMouse = m_enteredByMouse && event->button() == Qt::LeftButton;
@@ -91,25 +97,42 @@ void TextBox::mouseReleaseEvent(QMouseEvent *event)
 
 void TextBox::keyPressEvent(QKeyEvent *event)
 {
-    const bool removes = event->matches(QKeySequence::Delete) || event->key() == Qt::Key_Backspace;
     if (event->matches(QKeySequence::Paste)) {
         Paste();
     } else if (event->matches(QKeySequence::Cut)) {
         Cut();
-    } else if (removes && hasSelectedText()) {
-        RemoveSelection();
     } else if (TypesText(*event)) {
         QKeyEvent typed(event->type(), event->key(), event->modifiers(), Typed(event->text()));
         if (!typed.text().isEmpty())
             QLineEdit::keyPressEvent(&typed);
-    } else {
+    } else if (!DeletePart(*event)) {
         QLineEdit::keyPressEvent(event);
     }
 }
 
+/// Deletes what is selected, or what a key deletes at once: a word, or up to the end. False for any other key.
+bool TextBox::DeletePart(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::DeleteStartOfWord))
+        cursorWordBackward(true);
+    else if (event.matches(QKeySequence::DeleteEndOfWord))
+        cursorWordForward(true);
+    else if (event.matches(QKeySequence::DeleteEndOfLine))
+        end(true);
+    else if (event.matches(QKeySequence::DeleteCompleteLine))
+        selectAll();
+    else if (!hasSelectedText() || (event.key() != Qt::Key_Backspace && event.key() != Qt::Key_Delete))
+        return false;
+    RemoveSelection();
+    return true;
+}
+
 void TextBox::inputMethodEvent(QInputMethodEvent *event)
 {
-    QInputMethodEvent typed(event->preeditString(), event->attributes());
+    // What is being composed takes the place of the selected text at once, so it is judged like what comes of it.
+    const QString composing = Typed(event->preeditString());
+    const bool isWhole = composing.size() == event->preeditString().size();
+    QInputMethodEvent typed(composing, isWhole ? event->attributes() : QList<QInputMethodEvent::Attribute>());
     typed.setCommitString(
         Typed(TextBox::Pasted(event->commitString())), event->replacementStart(), event->replacementLength());
     QLineEdit::inputMethodEvent(&typed);

@@ -14,6 +14,9 @@ class TextBox : public QLineEdit
 public:
     explicit TextBox(QWidget *parent = nullptr);
 
+    /// Ends an entry by a click that was beside the box: on the arrow of a combo box, say.
+    void EnterBeside();
+
 protected:
     /// What goes in of a text that is typed or composed.
     virtual QString Typed(const QString &text) const { return text; }
@@ -30,6 +33,7 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    bool DeletePart(const QKeyEvent &event);
     void Paste();
     void Cut();
     void Insert(const QString &pasted);
