@@ -17,6 +17,6 @@ function(discbook_test name)
   add_test(NAME ${name} COMMAND ${name})
   # Whatever scale and fonts the desktop has, tests see the same window; a dialog that nobody closes holds no test for long.
   set_tests_properties(${name} PROPERTIES
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_ACCESSIBILITY=0;QT_SCALE_FACTOR=1;QT_FONT_DPI=96;QTEST_FUNCTION_TIMEOUT=60000;LC_ALL=C.UTF-8"
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_ACCESSIBILITY=0;QT_SCALE_FACTOR=1;QT_FONT_DPI=96;QTEST_FUNCTION_TIMEOUT=60000;QTEST_DISABLE_STACK_DUMP=1;LC_ALL=C.UTF-8"
     TIMEOUT 300)
 endfunction()

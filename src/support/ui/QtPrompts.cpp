@@ -88,6 +88,7 @@ QString QtPrompts::Input(const QString &prompt, const QString &title, const QStr
     // The label belongs to the line edit, which makes "&" a mnemonic.
     dialog.setLabelText(WithPlainLineEnds(prompt).replace(u"&"_s, u"&&"_s));
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
+    dialog.setInputMode(QInputDialog::TextInput);
     dialog.findChild<QLineEdit *>()->setMaxLength(std::numeric_limits<int>::max());
     dialog.setTextValue(proposed);
     dialog.findChild<QLineEdit *>()->selectAll();
