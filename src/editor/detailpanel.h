@@ -39,9 +39,9 @@ public:
     /// another node becomes current; to be run by hand after the document was changed from outside.
     void trv_NodeClick(const QModelIndex &node);
 
-    /// Shows or hides every control in the frame; the frame itself stays. A field that goes while it has the focus hands
-    /// it to the tree, where typing changes no listing. It has it back when it returns, unless the user has turned to the
-    /// tree, or to another field, meanwhile.
+    /// Shows or hides every control in the frame; the frame itself stays. A field that goes while it has the focus
+    /// hands it to the tree, where typing changes no listing. It has it back when it returns, unless the user has
+    /// turned to the tree, or to another field, meanwhile.
     void ShowHideInfoFrame(bool show);
 
     /// The listing shown last; null when it is gone.

@@ -223,7 +223,8 @@ private slots:
 
     void focusOfAHiddenField_data()
     {
-        // The path names the nodes gone through, and what is done in between: a key or a click in the tree, another field.
+        // The path names the nodes gone through, and what is done in between: a key or a click in the tree, another
+        // field.
         Table<QString, QString, QString>("field", "path", "focus")
             .Row("album", u"txtShow"_s, u"s3"_s, u"trv"_s)
             .Row("album and back", u"txtShow"_s, u"s3 s1"_s, u"txtShow"_s)
