@@ -282,6 +282,7 @@ private slots:
             .Row("deletion by the menu", u"text"_s, u"abc^a#d"_s, u"d||abc||"_s)
             .Row("deletion, then typing", u"text"_s, u"abc\b\bd"_s, u"ad|a|abc||"_s)
             .Row("deletion of the only one", u"text"_s, u"a^a\bb"_s, u"b||a||"_s)
+            .Row("a word deleted, then typing", u"text"_s, u"ab cd^\bx"_s, u"ab x|ab |ab cd||"_s)
             .Row("small letters", u"capitals"_s, u"a^vb"_s, u"AP QB|AP Q|A||"_s);
     }
 
@@ -331,6 +332,28 @@ private slots:
                 QCOMPARE(edit->selectedText(), selected);
             }
         }
+    }
+
+    void entryByTheArrow()
+    {
+        Boxes boxes;
+        boxes.Edit(u"year"_s).setText(u"1990"_s);
+        boxes.other.setFocus();
+        QTest::mouseClick(&boxes.year, Qt::LeftButton, {}, {boxes.year.width() - 8, boxes.year.height() / 2});
+        boxes.year.hidePopup();
+        QCOMPARE(boxes.Edit(u"year"_s).selectedText(), u"1990"_s);
+    }
+
+    void composingWhatIsRefusedErasesNothing()
+    {
+        Boxes boxes;
+        boxes.length.setText(u"45.10"_s);
+        boxes.length.setFocus(Qt::TabFocusReason);
+        for (const QString &composing : {u"n"_s, QString()}) {
+            QInputMethodEvent event(composing, {});
+            QCoreApplication::sendEvent(&boxes.length, &event);
+        }
+        QCOMPARE(boxes.length.text(), u"45.10"_s);
     }
 
     /// Whatever takes letters: boxes and a list.
