@@ -8,8 +8,8 @@ namespace {
 
 QString Shown(const QString &line)
 {
-    constexpr qsizetype most = BrowseTreeModel::kShownLabelLength;
-    return line.size() <= most ? line : QString(line.first(most) + u'…');
+    constexpr qsizetype kMost = BrowseTreeModel::kShownLabelLength;
+    return line.size() <= kMost ? line : QString(line.first(kMost) + u'…');
 }
 
 } // namespace
