@@ -1,12 +1,12 @@
 #include "failures.h"
 #include "filesizelimit.h"
 #include "programfolder.h"
-#include "table.h"
 #include "xmlcheck.h"
 #include "xmlfile.h"
 #include "xmlwriter.h"
 
 #include <QStringEncoder>
+#include <QTest>
 
 #include <ctime>
 
@@ -43,57 +43,50 @@ class TestXmlFile : public QObject
     Q_OBJECT
 
 private slots:
-    void keeps_data()
+    void keeps()
     {
-        const Table<QByteArray, QByteArray> table("before", "after");
-        table.Row("empty element", "<Catalog></Catalog>", "<Catalog />\n")
-            .Row("layout alone", "<Catalog> </Catalog>", "<Catalog />\n")
-            .Row(
-                "declaration", "<?xml version='1.0' encoding='utf-8' standalone='yes'?><Catalog/>",
-                "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\n<Catalog />\n")
-            .Row(
-                "white space in attributes", "<Catalog a='1\t2\n3' b='&#9;&#10;&#13;' c = '\"&apos;' />",
-                "<Catalog a=\"1 2 3\" b=\"&#09;&#10;&#13;\" c=\"&quot;'\" />\n");
+        Keeps("<Catalog></Catalog>", "<Catalog />\n");
+        Keeps("<Catalog> </Catalog>", "<Catalog />\n");
+        Keeps(
+            "<?xml version='1.0' encoding='utf-8' standalone='yes'?><Catalog/>",
+            "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"yes\"?>\n<Catalog />\n");
+        Keeps(
+            "<Catalog a='1\t2\n3' b='&#9;&#10;&#13;' c = '\"&apos;' />",
+            "<Catalog a=\"1 2 3\" b=\"&#09;&#10;&#13;\" c=\"&quot;'\" />\n");
         const QByteArray type = R"(<!DOCTYPE Catalog PUBLIC "a" 'b' [%c; <!-- ' --><?d?><!ENTITY e "f>&g;"><!ELEMENT
             Catalog (h|i?|(j,(k)*)+)><!ELEMENT h (#PCDATA | i)*><!ELEMENT i EMPTY><!ELEMENT k ANY><!ATTLIST h a CDATA
             #IMPLIED b ID #REQUIRED c IDREF '' d IDREFS '' e ENTITY '' f ENTITIES '' g NMTOKEN '' i NMTOKENS ''
             l (1m|n) '&e;' o NOTATION (p) #FIXED 'p'><!NOTATION p PUBLIC 'q'><!ENTITY % c SYSTEM 'r'><!ENTITY s
             SYSTEM 't' NDATA p >] >)";
-        table.Row(
-            "prologue", type + "<!--c--><?d e\r\nf?><Catalog/><!--]]>-->",
+        Keeps(
+            type + "<!--c--><?d e\r\nf?><Catalog/><!--]]>-->",
             type + "\n<!--c-->\n<?d e\nf?>\n<Catalog />\n<!--]]>-->\n");
-        const auto inside = [&table](const char *name, const QByteArray &before, const QByteArray &after) {
-            table.Row(name, "<Catalog>" + before + "</Catalog>", "<Catalog>" + after + "</Catalog>\n");
-        };
-        inside("layout", "\r\n  <Item a='1'> \n </Item>\n\n<b>c</b>", "\n\t<Item a=\"1\" />\n\t<b>c</b>\n");
-        inside(
-            "layout beside comments", " <!--a-->\n <Item> <!--b--> <Notes>c</Notes> </Item>",
-            "\n\t<!--a-->\n\t<Item>\n\t\t<!--b-->\n\t\t<Notes>c</Notes>\n\t</Item>\n");
-        inside("layout by reference", "&#32;<Item>&#10; </Item>", "\n\t<Item />\n");
-        inside("text", "a <Item/> b<!--c-->d<![CDATA[e]]>", "a <Item /> b<!--c-->d<![CDATA[e]]>");
-        inside(
-            "beyond ASCII", "<\u00E9 a='\u20AC'>&#xE9;&#x1D11E;&#127;</\u00E9>",
-            "\n\t<\u00E9 a=\"\u20AC\">\u00E9\U0001D11E\u007F</\u00E9>\n");
-        inside("line ends", "<Type>a\r\nb\rc\nd\r\r\n&#13;&#10;</Type>", "\n\t<Type>a\nb\nc\nd\n\n&#13;\n</Type>\n");
-        inside(
-            "fields", "<Type><!--a--> b</Type><b> <Item> </Item></b>",
-            "\n\t<Type><!--a--> b</Type>\n\t<b> <Item> </Item></b>\n");
+    }
+
+    void keepsContents()
+    {
+        const std::vector<std::pair<QByteArray, QByteArray>> contents = {
+            {"\r\n  <Item a='1'> \n </Item>\n\n<b>c</b>", "\n\t<Item a=\"1\" />\n\t<b>c</b>\n"},
+            {" <!--a-->\n <Item> <!--b--> <Notes>c</Notes> </Item>",
+             "\n\t<!--a-->\n\t<Item>\n\t\t<!--b-->\n\t\t<Notes>c</Notes>\n\t</Item>\n"},
+            {"&#32;<Item>&#10; </Item>", "\n\t<Item />\n"},
+            {"a <Item/> b<!--c-->d<![CDATA[e]]>", "a <Item /> b<!--c-->d<![CDATA[e]]>"},
+            {"<\u00E9 a='\u20AC'>&#xE9;&#x1D11E;&#127;</\u00E9>",
+             "\n\t<\u00E9 a=\"\u20AC\">\u00E9\U0001D11E\u007F</\u00E9>\n"},
+            {"<Type>a\r\nb\rc\nd\r\r\n&#13;&#10;</Type>", "\n\t<Type>a\nb\nc\nd\n\n&#13;\n</Type>\n"},
+            {"<Type><!--a--> b</Type><b> <Item> </Item></b>",
+             "\n\t<Type><!--a--> b</Type>\n\t<b> <Item> </Item></b>\n"}};
+        for (const auto &[before, after] : contents)
+            Keeps("<Catalog>" + before + "</Catalog>", "<Catalog>" + after + "</Catalog>\n");
         // What a listing holds is to come back unchanged.
-        for (const char *content :
+        for (const QByteArray content :
              {"<Notes>  a &amp; &lt;b]]&gt; \" '\n</Notes>", "<Notes> \n\t</Notes>",
               "<Notes> <![CDATA[<a>&amp; ]]> <![CDATA[]]>\n</Notes>", "<Notes><!--a-->b<!--c--><!-- d --></Notes>",
               "<Notes><!--a--></Notes>", "<Notes><?a?>b<?c d?></Notes>",
               "<x:More a=\"1\"><b /><c>d</c> e<f><g /></f></x:More>", "<More>\n  <b> <!--c--> </b>\n</More>"})
-            inside(
-                content, QByteArray("<Item>") + content + "</Item>",
-                QByteArray("\n\t<Item>\n\t\t") + content + "\n\t</Item>\n");
-    }
-    void keeps()
-    {
-        QFETCH(QByteArray, before);
-        const QByteArray after = Saved(before);
-        QTEST(after, "after");
-        QCOMPARE(Saved(after), after);
+            Keeps(
+                "<Catalog><Item>" + content + "</Item></Catalog>",
+                "<Catalog>\n\t<Item>\n\t\t" + content + "\n\t</Item>\n</Catalog>\n");
     }
 
     void refuses()
@@ -143,18 +136,15 @@ private slots:
         const QByteArray end = Encoded("UTF-16LE", u"</Catalog>"_s);
         QVERIFY(Load(start + end));
         QVERIFY2(!Load(start + end + ' '), "half a unit");
-        QVERIFY2(!Load(start + QByteArray("\x00\xD8", 2) + end), "half a pair");
-        QVERIFY2(!Load(Encoded("UTF-32LE", u"<"_s) + QByteArray("\x00\x00\x11\x04", 4)), "no character");
-        QVERIFY(!Load(QByteArray("\177ELF\0\1\2", 7)));
-        QVERIFY(!Load(QByteArray("<Catalog>\0</Catalog>", 20)));
+        QVERIFY2(!Load(start + "\x00\xD8"_ba + end), "half a pair");
+        QVERIFY2(!Load(Encoded("UTF-32LE", u"<"_s) + "\x00\x00\x11\x04"_ba), "no character");
+        QVERIFY(!Load("\177ELF\0\1\2"_ba));
+        QVERIFY(!Load("<Catalog>\0</Catalog>"_ba));
         QVERIFY2(!Load(WithAttributes(100, " a7=''")), "an attribute twice");
         for (const int depth : {kMaxXmlDepth + 1, 100'000}) {
             QVERIFY2(!Load(Nested(depth)), "too deep");
-            QVERIFY2(
-                !Load(
-                    "<!DOCTYPE a [<!ELEMENT a " + QByteArray(depth, '(') + "b" + QByteArray(depth, ')') +
-                    ">]><Catalog/>"),
-                "too deep");
+            const QByteArray model = QByteArray(depth, '(') + "b" + QByteArray(depth, ')');
+            QVERIFY2(!Load("<!DOCTYPE a [<!ELEMENT a " + model + ">]><Catalog/>"), "too deep");
         }
     }
 
@@ -170,9 +160,8 @@ private slots:
         QVERIFY((std::clock() - start) / CLOCKS_PER_SEC < 10);
     }
 
-    void encodings_data()
+    void encodings()
     {
-        const Table<QByteArray, QByteArray, bool> table("name", "mark", "declared");
         const std::vector<std::pair<QByteArray, QByteArray>> marks = {
             {"UTF-8", "\xEF\xBB\xBF"},
             {"UTF-16LE", "\xFF\xFE"},
@@ -180,30 +169,14 @@ private slots:
             {"UTF-32LE", "\xFF\xFE\0\0"_ba},
             {"UTF-32BE", "\0\0\xFE\xFF"_ba}};
         for (const auto &[name, mark] : marks) {
-            table.Row(name, name, "", false).Row(name + " declared", name, "", true);
-            table.Row(name + " marked", name, mark, false).Row(name + " marked and declared", name, mark, true);
+            for (const bool declared : {false, true}) {
+                KeepsEncoding(name, {}, declared);
+                KeepsEncoding(name, mark, declared);
+            }
         }
         for (const char *name :
              {"ISO-8859-1", "windows-1252", "us-ascii", "ISO-8859-15", "KOI8-R", "Shift_JIS", "GB18030"})
-            table.Row(name, name, "", true);
-    }
-    void encodings()
-    {
-        QFETCH(const QByteArray, name);
-        QFETCH(const QByteArray, mark);
-        QFETCH(const bool, declared);
-        const QString declaration = u"<?xml version=\"1.0\" encoding=\"%1\"?>\n"_s.arg(QLatin1StringView(name));
-        const QString xml = (declared ? declaration : QString()) + u"<Catalog Venue=\"%1\" />\n"_s;
-        const QByteArray plain = mark + Encoded(name, xml.arg(u'A'));
-        QCOMPARE(Saved(plain), plain);
-
-        const auto file = Load(plain);
-        const QString venue = u"\\~ é ä € 中 д ｱ \U0001D11E \u0085"_s;
-        file->document->child("Catalog").attribute("Venue").set_value(venue.toUtf8().constData());
-        const QString path = m_folder.Path(u"other.xml"_s);
-        SaveXml(*file->document, file->encoding, path);
-        QCOMPARE(QString::fromUtf8(LoadXml(path)->document->child("Catalog").attribute("Venue").value()), venue);
-        QVERIFY(m_folder.Read(u"other.xml"_s).startsWith(mark));
+            KeepsEncoding(name, {}, true);
     }
 
     void lackingCharactersBecomeReferences()
@@ -220,22 +193,15 @@ private slots:
         }
     }
 
-    void piecesInsideCharacters()
-    {
-        XmlEncoder encoder({"UTF-16BE", true});
-        QByteArray bytes = encoder.Start();
-        for (const char c : "\xC3\xA9\xF0\x9D\x84\x9E"_ba)
-            bytes += encoder.Encode(QByteArrayView(&c, 1));
-        QCOMPARE(bytes, QByteArray("\xFE\xFF\0\xE9\xD8\x34\xDD\x1E", 8));
-    }
-
     void bigFiles()
     {
-        QByteArray xml = "<Catalog>\n";
+        QString xml = u"\uFEFF<Catalog>\n"_s;
         for (int i = 0; i < 20'000; ++i)
-            xml += "\t<Item ID=\"" + QByteArray::number(i) + "\" Venue=\"K\xC3\xB6ln\" />\n";
-        xml += "</Catalog>\n";
-        QCOMPARE(Saved(xml), xml);
+            xml += u"\t<Item ID=\"%1\" Venue=\"\u4E2D\u4E2D\U0001D11E\" />\n"_s.arg(i);
+        for (const char *name : {"UTF-8", "UTF-16BE"}) { // written in pieces
+            const QByteArray bytes = Encoded(name, xml + u"</Catalog>\n"_s);
+            QVERIFY2(Saved(bytes) == bytes, name);
+        }
     }
 
     void loadsOnlyOrdinaryFiles()
@@ -252,20 +218,18 @@ private slots:
 #endif
     }
 
+#ifdef Q_OS_UNIX
     void failedSaveLeavesTheFile()
     {
         const QString path = m_folder.Write(u"kept.xml"_s, "<Catalog/>");
         const auto file = Load("<Catalog><Type>" + QByteArray(3'000'000, 'a') + "</Type></Catalog>");
-        QVERIFY(file);
-#ifdef Q_OS_UNIX
         {
             const FileSizeLimit full(500'000);
             QVERIFY_THROWS_EXCEPTION(ProgramError, SaveXml(*file->document, file->encoding, path));
         }
-#endif
         QCOMPARE(m_folder.Read(u"kept.xml"_s), "<Catalog/>"_ba);
-        QCOMPARE(QDir(m_folder.Path({})).entryList({u"kept*"_s}), QStringList(u"kept.xml"_s));
     }
+#endif
 
 private:
     std::optional<XmlFile> Load(const QByteArray &bytes) const
@@ -281,6 +245,30 @@ private:
             return "(refused)";
         SaveXml(*file->document, file->encoding, m_folder.Path(u"saved.xml"_s));
         return m_folder.Read(u"saved.xml"_s);
+    }
+
+    /// What is read and written comes out in a certain form, and in that form again.
+    void Keeps(const QByteArray &before, const QByteArray &after) const
+    {
+        QCOMPARE(Saved(before), after);
+        QCOMPARE(Saved(after), after);
+    }
+
+    /// A file keeps its encoding, mark and declaration, and every character that its encoding lacks.
+    void KeepsEncoding(const QByteArray &name, const QByteArray &mark, bool declared) const
+    {
+        const QString declaration = u"<?xml version=\"1.0\" encoding=\"%1\"?>\n"_s.arg(QLatin1StringView(name));
+        const QString xml = (declared ? declaration : QString()) + u"<Catalog Venue=\"%1\" />\n"_s;
+        const QByteArray plain = mark + Encoded(name, xml.arg(u'A'));
+        QCOMPARE(Saved(plain), plain);
+
+        const auto file = Load(plain);
+        const QString venue = u"\\~ é ä € 中 д ｱ \U0001D11E \u0085"_s;
+        file->document->child("Catalog").attribute("Venue").set_value(venue.toUtf8().constData());
+        const QString path = m_folder.Path(u"other.xml"_s);
+        SaveXml(*file->document, file->encoding, path);
+        QCOMPARE(QString::fromUtf8(LoadXml(path)->document->child("Catalog").attribute("Venue").value()), venue);
+        QVERIFY2(m_folder.Read(u"other.xml"_s).startsWith(mark), name);
     }
 
     /// Of some texts, divided by "~", none makes a document between the two others.
