@@ -1,13 +1,8 @@
 #include "catalogdocument.h"
-#include "failurerecorder.h"
+#include "kit.h"
 #include "modXMLSubs.h"
-#include "programfolder.h"
 #include "rawxml.h"
 
-#include <QSignalSpy>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using LoadResult = CatalogDocument::LoadResult;
 
 namespace {

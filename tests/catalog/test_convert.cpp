@@ -1,10 +1,7 @@
-#include "failurerecorder.h"
+#include "kit.h"
 #include "modConvertTo12.h"
 #include "modXMLSubs.h"
-#include "programfolder.h"
 #include "rawxml.h"
-#include "scriptedprompts.h"
-#include "table.h"
 #include "xmlfile.h"
 
 #include <QDirIterator>
@@ -13,7 +10,6 @@
 #include <cstdlib>
 #include <map>
 
-using namespace Qt::StringLiterals;
 using Answer = UserPrompts::Answer;
 using Icon = UserPrompts::Icon;
 

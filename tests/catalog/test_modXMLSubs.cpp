@@ -1,10 +1,6 @@
-#include "failurerecorder.h"
+#include "kit.h"
 #include "modXMLSubs.h"
 #include "rawxml.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

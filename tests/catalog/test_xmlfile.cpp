@@ -1,20 +1,16 @@
-#include "failures.h"
 #include "filesizelimit.h"
-#include "programfolder.h"
+#include "kit.h"
 #include "xmlcheck.h"
 #include "xmlfile.h"
 #include "xmlwriter.h"
 
 #include <QStringEncoder>
-#include <QTest>
 
 #include <ctime>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

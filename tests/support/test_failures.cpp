@@ -1,11 +1,7 @@
-#include "failurerecorder.h"
-
-#include <QTest>
+#include "kit.h"
 
 #include <new>
 #include <stdexcept>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,16 +1,11 @@
 #include "atomicfile.h"
-#include "failures.h"
 #include "filesizelimit.h"
-#include "programfolder.h"
-
-#include <QTest>
+#include "kit.h"
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,11 +1,5 @@
 #include "clsINI.h"
-#include "failures.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
+#include "kit.h"
 
 namespace {
 

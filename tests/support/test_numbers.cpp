@@ -1,8 +1,5 @@
-#include "failures.h"
+#include "kit.h"
 #include "numbers.h"
-#include "table.h"
-
-using namespace Qt::StringLiterals;
 
 class TestNumbers : public QObject
 {

@@ -1,11 +1,7 @@
-#include "failures.h"
-#include "programfolder.h"
+#include "kit.h"
 
 #include <QProcess>
-#include <QTest>
 #include <QTextStream>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,17 +1,12 @@
 #include "capitalsbox.h"
 #include "datecombos.h"
 #include "keycodes.h"
+#include "kit.h"
 #include "lengthbox.h"
 #include "modComboTypeAhead.h"
 #include "modImageComboSubs.h"
-#include "suite.h"
-#include "table.h"
-#include "typist.h"
 
-#include <QSignalSpy>
 #include <QtWidgets>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -85,6 +80,70 @@ void Play(const QWidget &window, const QString &script)
     }
 }
 
+/// What a date box of these entries shows after keys; at first it holds a text.
+QString TypedAhead(const QStringList &entries, const QString &keys, const QString &before = {})
+{
+    QComboBox box, month, day;
+    MakeDateBoxes(box, month, day);
+    box.addItems(entries);
+    SetBarred(*box.lineEdit(), before);
+    const QSignalSpy chosen(&box, &QComboBox::activated);
+    Press(box, keys);
+    const int row = box.findText(box.currentText());
+    const bool inStep = row < 0 || row == box.currentIndex();
+    return inStep && chosen.isEmpty() ? Barred(*box.lineEdit()) : u"(another entry)"_s;
+}
+
+/// The entry that a picker has chosen after keys; an editable one shows a text while it has none chosen (-1).
+int Picked(int from, const QList<int> &keys, int shift = 0, const QString &typed = {})
+{
+    QComboBox picker;
+    picker.setEditable(true);
+    for (const QString &name : {u""_s, u"8-track"_s, u"CD"_s, u"FLAC"_s, u"flute"_s, u"MP3"_s})
+        picker.addItem(name, name);
+    picker.setCurrentIndex(from);
+    if (from < 0)
+        picker.setEditText(typed);
+    for (const int key : keys)
+        ImageComboKeyDown(picker, key, shift);
+    return picker.currentIndex();
+}
+
+/// The virtual key and the character of a key.
+QPair<int, int> Codes(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString &text)
+{
+    const QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
+    return {VirtualKeyCode(event), CharacterCode(event)};
+}
+
+/// What a box holds that was played into from the clipboard. An empty box is entered with nothing selected.
+QString Entered(const QString &kind, const QString &clipboard, const QString &script)
+{
+    Boxes boxes;
+    boxes.year.addItems({u"1999"_s, u"1979"_s});
+    boxes.year.clearEditText();
+    QGuiApplication::clipboard()->setText(clipboard);
+    boxes.Edit(kind).setFocus();
+    Play(boxes.window, script);
+    return boxes.Edit(kind).text();
+}
+
+/// The text of a box that was played into, and what it is after each Ctrl+Z.
+QString Undone(const QString &kind, const QString &script)
+{
+    Boxes boxes;
+    QGuiApplication::clipboard()->setText(u"P\nQ"_s);
+    QLineEdit &edit = boxes.Edit(kind);
+    edit.setFocus();
+    Play(boxes.window, script);
+    QString states = edit.text();
+    while (edit.isUndoAvailable()) {
+        Press(edit, u"^z"_s);
+        states += u'|' + edit.text();
+    }
+    return states;
+}
+
 } // namespace
 
 class TestBoxes : public QObject
@@ -92,50 +151,32 @@ class TestBoxes : public QObject
     Q_OBJECT
 
 private slots:
-    void typeAhead_data()
-    {
-        const QStringList years{u"2024"_s, u"1999"_s, u"1989"_s, u"1985"_s, u"1979"_s, u"1940"_s};
-        const QStringList months{u"1"_s, u"2"_s, u"10"_s, u"11"_s, u"12"_s};
-        const QStringList names{u"Flute"_s, u"FLAC"_s, u"Flat"_s};
-        Table<QStringList, QString, QString, QString>("entries", "before", "keys", "shown")
-            .Row("three digits", years, {}, u"197"_s, u"197|9|"_s)
-            .Row("refused in the middle", years, {}, u"193"_s, u"19|99|"_s)
-            .Row("no month begins so", months, {}, u"0"_s, u""_s)
-            .Row("an entry is a prefix of another", months, {}, u"1"_s, u"1"_s)
-            .Row("case ignored, list order", names, {}, u"fL"_s, u"Fl|ute|"_s)
-            .Row("case of the entry shown", names, {}, u"fla"_s, u"FLA|C|"_s)
-            .Row("blank", {u" "_s}, {}, u" "_s, u" "_s)
-            .Row("last character", {u"\x7f"_s}, {}, u"\x7f"_s, u"\x7f"_s)
-            .Row("beyond it", {u"\u0080"_s}, {}, u"\u0080"_s, u""_s)
-            .Row("Enter is swallowed", years, {}, u"19\r"_s, u"19|99|"_s)
-            .Row("the same entry, overwritten", years, u"|1985|"_s, u"2"_s, u"2|024|"_s)
-            .Row("typed over the tail", years, u"19|85|"_s, u"7"_s, u"197|9|"_s)
-            .Row("typed over the middle, the rest goes", years, u"1|98|5"_s, u"9"_s, u"19|99|"_s)
-            .Row("appended wherever the cursor is", years, u"1|98"_s, u"5"_s, u"1985"_s)
-            .Row("backspace widens the search", years, {}, u"197\b"_s, u"19|99|"_s)
-            .Row("backspace, nothing selected", years, u"1985|"_s, u"\b"_s, u"198|9|"_s)
-            .Row("backspace before the cursor", years, u"19|85"_s, u"\b"_s, u"198|9|"_s)
-            .Row("backspace after the first", years, u"1|999"_s, u"\b"_s, u""_s)
-            .Row("backspace, selected from the first", years, u"1|99|9"_s, u"\b"_s, u""_s)
-            .Row("backspace, all selected", years, u"|1985|"_s, u"\b"_s, u""_s)
-            .Row("backspace, no such entry", years, u"185|0|"_s, u"\b"_s, u"185|0|"_s);
-    }
-
     void typeAhead()
     {
-        QFETCH(QStringList, entries);
-        QFETCH(QString, before);
-        QFETCH(QString, keys);
-        QComboBox box, month, day;
-        MakeDateBoxes(box, month, day);
-        box.addItems(entries);
-        SetBarred(*box.lineEdit(), before);
-        const QSignalSpy chosen(&box, &QComboBox::activated);
-        Press(box, keys);
-        QTEST(Barred(*box.lineEdit()), "shown");
-        const int row = box.findText(box.currentText());
-        QVERIFY(row < 0 || row == box.currentIndex());
-        QVERIFY(chosen.isEmpty());
+        const QStringList years{u"2024"_s, u"1999"_s, u"1989"_s, u"1985"_s, u"1979"_s, u"1940"_s};
+        QCOMPARE(TypedAhead(years, u"197"_s), u"197|9|"_s);
+        QCOMPARE(TypedAhead(years, u"193"_s), u"19|99|"_s);
+        QCOMPARE(TypedAhead(years, u"19\r"_s), u"19|99|"_s);
+        // Over the same entry, over the tail, over the middle (the rest goes), and appended wherever the cursor is.
+        QCOMPARE(TypedAhead(years, u"2"_s, u"|1985|"_s), u"2|024|"_s);
+        QCOMPARE(TypedAhead(years, u"7"_s, u"19|85|"_s), u"197|9|"_s);
+        QCOMPARE(TypedAhead(years, u"9"_s, u"1|98|5"_s), u"19|99|"_s);
+        QCOMPARE(TypedAhead(years, u"5"_s, u"1|98"_s), u"1985"_s);
+        // Backspace widens the search.
+        QCOMPARE(TypedAhead(years, u"197\b"_s), u"19|99|"_s);
+        QCOMPARE(TypedAhead(years, u"\b"_s, u"1985|"_s), u"198|9|"_s);
+        QCOMPARE(TypedAhead(years, u"\b"_s, u"19|85"_s), u"198|9|"_s);
+        for (const QString &all : {u"1|999"_s, u"1|99|9"_s, u"|1985|"_s})
+            QCOMPARE(TypedAhead(years, u"\b"_s, all), u""_s);
+        QCOMPARE(TypedAhead(years, u"\b"_s, u"185|0|"_s), u"185|0|"_s);
+
+        QCOMPARE(TypedAhead({u"1"_s, u"2"_s, u"10"_s}, u"0"_s), u""_s);
+        QCOMPARE(TypedAhead({u"1"_s, u"2"_s, u"10"_s}, u"1"_s), u"1"_s);
+        QCOMPARE(TypedAhead({u"Flute"_s, u"FLAC"_s}, u"fL"_s), u"Fl|ute|"_s);
+        QCOMPARE(TypedAhead({u"Flute"_s, u"FLAC"_s}, u"fla"_s), u"FLA|C|"_s);
+        for (const QString &character : {u" "_s, u"\x7f"_s})
+            QCOMPARE(TypedAhead({character}, character), character);
+        QCOMPARE(TypedAhead({u"\u0080"_s}, u"\u0080"_s), u""_s);
     }
 
     void typeAheadWithoutLimitPassesTheKeyOn()
@@ -161,102 +202,57 @@ private slots:
         QCOMPARE(boxes.year.currentText() + boxes.month.currentText() + boxes.day.currentText(), QString());
     }
 
-    void imageCombo_data()
-    {
-        // "typed" is what an editable picker holds while nothing is chosen (-1).
-        Table<int, QString, QList<int>, int, int>("from", "typed", "keys", "shift", "to")
-            .Row("twice, lower-case text", 0, {}, {'F', 'F'}, 0, 4)
-            .Row("around the end", 0, {}, {'F', 'F', 'F'}, 0, 3)
-            .Row("backwards around the end", 5, {}, {'C'}, 0, 2)
-            .Row("digit", 5, {}, {'8'}, 0, 1)
-            .Row("digit of the keypad", 5, {}, {VkKeypad0 + 8}, 0, 5)
-            .Row("Shift", 2, {}, {'F'}, ShiftBitShift, 2)
-            .Row("Ctrl", 2, {}, {VkDelete}, ShiftBitCtrl, 2)
-            .Row("Delete", 4, {}, {VkDelete}, 0, 0)
-            .Row("Backspace", 4, {}, {VkBackspace}, 0, 0)
-            .Row("Enter keeps the chosen one", 4, {}, {VkEnter}, 0, 4)
-            .Row("no choice: the first, then the search", -1, {}, {'F'}, 0, 3)
-            .Row("no choice and Shift: the first", -1, {}, {'F'}, ShiftBitShift, 0)
-            .Row("a key typed", -1, u"MP3"_s, {VkEscape}, 0, 5)
-            .Row("nothing typed", -1, {}, {VkEnter}, 0, 0)
-            .Row("no key typed", -1, u"mp3"_s, {VkEnter}, 0, -1)
-            .Row("the search starts after what is typed", -1, u"FLAC"_s, {'F'}, 0, 4);
-    }
-
     void imageCombo()
     {
-        QFETCH(int, from);
-        QFETCH(QString, typed);
-        QFETCH(QList<int>, keys);
-        QFETCH(int, shift);
-        QComboBox picker;
-        picker.setEditable(true);
-        for (const QString &name : {u""_s, u"8-track"_s, u"CD"_s, u"FLAC"_s, u"flute"_s, u"MP3"_s})
-            picker.addItem(name, name);
-        picker.setCurrentIndex(from);
-        if (from < 0)
-            picker.setEditText(typed);
-        for (const int key : keys)
-            ImageComboKeyDown(picker, key, shift);
-        QTEST(picker.currentIndex(), "to");
-    }
-
-    void codes_data()
-    {
-        const Qt::KeyboardModifiers none, ctrl = Qt::ControlModifier, alt = Qt::AltModifier, pad = Qt::KeypadModifier;
-        Table<Qt::Key, Qt::KeyboardModifiers, QString, int, int>("key", "modifiers", "text", "code", "character")
-            .Row("letter", Qt::Key_F, none, u"f"_s, 70, 102)
-            .Row("digit", Qt::Key_9, none, u"9"_s, 57, 57)
-            .Row("keypad", Qt::Key_7, pad, u"7"_s, 103, 55)
-            .Row("keypad Enter", Qt::Key_Enter, pad, u"\r"_s, 13, 13)
-            .Row("Delete types nothing", Qt::Key_Delete, none, u"\x7f"_s, 46, 0)
-            .Row("Tab types nothing", Qt::Key_Tab, none, u"\t"_s, 9, 0)
-            .Row("Backspace without a text", Qt::Key_Backspace, none, {}, 8, 8)
-            .Row("Page Up", Qt::Key_PageUp, ctrl, {}, 33, 0)
-            .Row("F3", Qt::Key_F3, none, {}, 114, 0)
-            .Row("Ctrl+C", Qt::Key_C, ctrl, u"\x03"_s, 67, 3)
-            .Row("Alt+C", Qt::Key_C, alt, u"c"_s, 67, 0)
-            .Row("AltGr", Qt::Key_At, ctrl | alt, u"@"_s, 0, 64);
+        QCOMPARE(Picked(0, {'F', 'F'}), 4);
+        QCOMPARE(Picked(0, {'F', 'F', 'F'}), 3);
+        QCOMPARE(Picked(5, {'C'}), 2);
+        QCOMPARE(Picked(5, {'8'}), 1);
+        QCOMPARE(Picked(5, {VkKeypad0 + 8}), 5);
+        QCOMPARE(Picked(2, {'F'}, ShiftBitShift), 2);
+        QCOMPARE(Picked(2, {VkDelete}, ShiftBitCtrl), 2);
+        QCOMPARE(Picked(4, {VkDelete}), 0);
+        QCOMPARE(Picked(4, {VkBackspace}), 0);
+        QCOMPARE(Picked(4, {VkEnter}), 4);
+        // Nothing chosen: the first or what is typed, then the search.
+        QCOMPARE(Picked(-1, {'F'}), 3);
+        QCOMPARE(Picked(-1, {'F'}, ShiftBitShift), 0);
+        QCOMPARE(Picked(-1, {VkEnter}), 0);
+        QCOMPARE(Picked(-1, {VkEscape}, 0, u"MP3"_s), 5);
+        QCOMPARE(Picked(-1, {VkEnter}, 0, u"mp3"_s), -1);
+        QCOMPARE(Picked(-1, {'F'}, 0, u"FLAC"_s), 4);
     }
 
     void codes()
     {
-        QFETCH(Qt::Key, key);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(QString, text);
-        const QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
-        QTEST(VirtualKeyCode(event), "code");
-        QTEST(CharacterCode(event), "character");
-    }
-
-    void goesIn_data()
-    {
-        Table<QString, QString, QString, QString>("kind", "clipboard", "script", "text")
-            .Row("gaps", u"text"_s, u"\n\ta\tb\r\nc\v"_s, u"x^vy"_s, u"xa b cy"_s)
-            .Row("controls", u"text"_s, u" a\x01\u0085\u2028b "_s, u"}"_s, u" a b "_s)
-            .Row("nothing left of it", u"text"_s, u"\n"_s, u"abc^a^v"_s, u"abc"_s)
-            .Row("long", u"text"_s, QString(40000, u'x'), u"^vz"_s, QString(40000, u'x') + u'z')
-            .Row("composed", u"text"_s, {}, u"caf~é"_s, u"café"_s)
-            .Row("capitals", u"capitals"_s, u"b\né"_s, u"aß←^v~ü"_s, u"AB ÉÜß"_s)
-            .Row("length", u"length"_s, u"2:10"_s, u"a1.2.,~é~5"_s, u"1.25"_s)
-            .Row("pasted length", u"length"_s, u"2:10"_s, u"77^a^x8^z^z^y^v"_s, u"77"_s)
-            .Row("date", u"year"_s, u"1x"_s, u"~éa1~9~7"_s, u"1979"_s)
-            .Row("pasted date", u"year"_s, u" 20\t25x\n"_s, u"}^z^a"_s, u" 2025x"_s);
+        using Pair = QPair<int, int>;
+        const Qt::KeyboardModifiers none, ctrl = Qt::ControlModifier;
+        QCOMPARE(Codes(Qt::Key_F, none, u"f"_s), Pair(70, 102));
+        QCOMPARE(Codes(Qt::Key_9, none, u"9"_s), Pair(57, 57));
+        QCOMPARE(Codes(Qt::Key_7, Qt::KeypadModifier, u"7"_s), Pair(103, 55));
+        QCOMPARE(Codes(Qt::Key_Enter, Qt::KeypadModifier, u"\r"_s), Pair(13, 13));
+        QCOMPARE(Codes(Qt::Key_Delete, none, u"\x7f"_s), Pair(46, 0));
+        QCOMPARE(Codes(Qt::Key_Tab, none, u"\t"_s), Pair(9, 0));
+        QCOMPARE(Codes(Qt::Key_Backspace, none, {}), Pair(8, 8));
+        QCOMPARE(Codes(Qt::Key_PageUp, ctrl, {}), Pair(33, 0));
+        QCOMPARE(Codes(Qt::Key_F3, none, {}), Pair(114, 0));
+        QCOMPARE(Codes(Qt::Key_C, ctrl, u"\x03"_s), Pair(67, 3));
+        QCOMPARE(Codes(Qt::Key_C, Qt::AltModifier, u"c"_s), Pair(67, 0));
+        QCOMPARE(Codes(Qt::Key_At, ctrl | Qt::AltModifier, u"@"_s), Pair(0, 64)); // AltGr
     }
 
     void goesIn()
     {
-        QFETCH(QString, kind);
-        QFETCH(QString, clipboard);
-        QFETCH(QString, script);
-        Boxes boxes;
-        boxes.year.addItems({u"1999"_s, u"1979"_s});
-        boxes.year.clearEditText();
-        QGuiApplication::clipboard()->setText(clipboard);
-        // An empty box is entered with nothing selected.
-        boxes.Edit(kind).setFocus();
-        Play(boxes.window, script);
-        QTEST(boxes.Edit(kind).text(), "text");
+        QCOMPARE(Entered(u"text"_s, u"\n\ta\tb\r\nc\v"_s, u"x^vy"_s), u"xa b cy"_s);
+        QCOMPARE(Entered(u"text"_s, u" a\x01\u0085\u2028b "_s, u"}"_s), u" a b "_s);
+        QCOMPARE(Entered(u"text"_s, u"\n"_s, u"abc^a^v"_s), u"abc"_s);
+        QCOMPARE(Entered(u"text"_s, QString(40000, u'x'), u"^vz"_s), QString(40000, u'x') + u'z');
+        QCOMPARE(Entered(u"text"_s, {}, u"caf~é"_s), u"café"_s);
+        QCOMPARE(Entered(u"capitals"_s, u"b\né"_s, u"aß←^v~ü"_s), u"AB ÉÜß"_s);
+        QCOMPARE(Entered(u"length"_s, u"2:10"_s, u"a1.2.,~é~5"_s), u"1.25"_s);
+        QCOMPARE(Entered(u"length"_s, u"2:10"_s, u"77^a^x8^z^z^y^v"_s), u"77"_s);
+        QCOMPARE(Entered(u"year"_s, u"1x"_s, u"~éa1~9~7"_s), u"1979"_s);
+        QCOMPARE(Entered(u"year"_s, u" 20\t25x\n"_s, u"}^z^a"_s), u" 2025x"_s);
     }
 
     void drop()
@@ -271,36 +267,18 @@ private slots:
         QCOMPARE(boxes.text.text(), u"a b"_s);
     }
 
-    void undoes_data()
+    void undoesEachPasteCutAndDeletionByItself()
     {
-        Table<QString, QString, QString>("kind", "script", "states") // the text, and what it is after each Ctrl+Z
-            .Row("typing", u"text"_s, u"ab~éc"_s, u"abéc||"_s)
-            .Row("pastes", u"text"_s, u"a^v^v}b"_s, u"aP QP QP Qb|aP QP QP Q|aP QP Q|aP Q|a||"_s)
-            .Row("cut of a part", u"text"_s, u"abc^a^x"_s, u"|abc||"_s)
-            .Row("cut of all, then typing", u"text"_s, u"abc^a^xde"_s, u"de||abc||"_s)
-            .Row("cut by the menu", u"text"_s, u"abc^a{d"_s, u"d||abc||"_s)
-            .Row("deletion by the menu", u"text"_s, u"abc^a#d"_s, u"d||abc||"_s)
-            .Row("deletion, then typing", u"text"_s, u"abc\b\bd"_s, u"ad|a|abc||"_s)
-            .Row("deletion of the only one", u"text"_s, u"a^a\bb"_s, u"b||a||"_s)
-            .Row("a word deleted, then typing", u"text"_s, u"ab cd^\bx"_s, u"ab x|ab |ab cd||"_s)
-            .Row("small letters", u"capitals"_s, u"a^vb"_s, u"AP QB|AP Q|A||"_s);
-    }
-
-    void undoes()
-    {
-        QFETCH(QString, kind);
-        QFETCH(QString, script);
-        Boxes boxes;
-        QGuiApplication::clipboard()->setText(u"P\nQ"_s);
-        QLineEdit &edit = boxes.Edit(kind);
-        edit.setFocus();
-        Play(boxes.window, script);
-        QString states = edit.text() + u'|';
-        while (edit.isUndoAvailable()) {
-            Press(edit, u"^z"_s);
-            states += edit.text() + u'|';
-        }
-        QTEST(states, "states");
+        QCOMPARE(Undone(u"text"_s, u"ab~éc"_s), u"abéc|"_s);
+        QCOMPARE(Undone(u"text"_s, u"a^v^v}b"_s), u"aP QP QP Qb|aP QP QP Q|aP QP Q|aP Q|a|"_s);
+        QCOMPARE(Undone(u"text"_s, u"abc^a^x"_s), u"|abc|"_s);
+        QCOMPARE(Undone(u"text"_s, u"abc^a^xde"_s), u"de||abc|"_s);
+        for (const QString &byMenu : {u"abc^a{d"_s, u"abc^a#d"_s})
+            QCOMPARE(Undone(u"text"_s, byMenu), u"d||abc|"_s);
+        QCOMPARE(Undone(u"text"_s, u"abc\b\bd"_s), u"ad|a|abc|"_s);
+        QCOMPARE(Undone(u"text"_s, u"a^a\bb"_s), u"b||a|"_s);
+        QCOMPARE(Undone(u"text"_s, u"ab cd^\bx"_s), u"ab x|ab |ab cd|"_s);
+        QCOMPARE(Undone(u"capitals"_s, u"a^vb"_s), u"AP QB|AP Q|A|"_s);
     }
 
     void entryByKey()

@@ -1,14 +1,10 @@
 #include "QtPrompts.h"
+#include "kit.h"
 #include "modCommonDialog.h"
 #include "modOpenFolder.h"
-#include "programfolder.h"
-#include "suite.h"
-#include "table.h"
 #include "waitcursor.h"
 
 #include <QtWidgets>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

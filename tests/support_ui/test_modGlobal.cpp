@@ -1,19 +1,13 @@
 #include "clsINI.h"
 #include "clsResizeLimits.h"
-#include "failurerecorder.h"
 #include "frmError.h"
+#include "kit.h"
 #include "modGlobal.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "suite.h"
-#include "table.h"
 #include "waitcursor.h"
 
 #include <QtWidgets>
 
 #include <optional>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
