@@ -1,10 +1,6 @@
-#include "table.h"
 #include "testworkspace.h"
 
 #include <QAbstractItemModelTester>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -88,41 +84,35 @@ private slots:
         QCOMPARE(f.tree.ShownCount(), 9);
     }
 
-    void choicesOfTheView_data()
-    {
-        const QByteArray all;
-        Table<QByteArray, bool, ViewFilter, QString>("typesShown", "wrongDate", "filter", "shown")
-            .Row("all", all, true, ViewFilter::All, u"8|3 2 6|1|5 4|7|9"_s)
-            .Row("no wrong dates", all, false, ViewFilter::All, u"8|3 2|1|5 4|7|9"_s)
-            .Row("lossless", all, true, ViewFilter::LosslessOnly, u"|2 6||4||"_s)
-            .Row("lossy", all, true, ViewFilter::LossyOnly, u"||1|5||9"_s)
-            .Row("need lossless", all, true, ViewFilter::NeedLossless, u"8|3|1|5|7|9"_s)
-            .Row("do not have", all, true, ViewFilter::DoNotHave, u"8|3|||7|"_s)
-            .Row("no concerts", QByteArray("Show-Concert=False\r\n"), true, ViewFilter::All, u"5 4|7|9"_s)
-            .Row(
-                "own type hidden", QByteArray("Show-Radio=False\r\nShow-Album=False\r\n"), true, ViewFilter::All,
-                u"8|3 2 6|1|9"_s);
-    }
-
     void choicesOfTheView()
     {
-        QFETCH(QByteArray, typesShown);
-        QFETCH(bool, wrongDate);
-        QFETCH(ViewFilter, filter);
-        QFETCH(QString, shown);
-        Fixture f(kShows, typesShown);
-        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
-        f.options.showWrongDate = wrongDate;
-        f.options.filter = filter;
-        f.tree.LoadShows();
-        QStringList groups;
-        for (const auto &group : f.tree.Model().Groups()) {
-            QStringList ids;
-            for (const auto &listing : group->listings)
-                ids.append(listing->id);
-            groups.append(ids.join(u' '));
+        struct View
+        {
+            ViewFilter filter;
+            QString shown;
+            bool wrongDate = true;
+            QByteArray types = {};
+        };
+        for (const auto &[filter, shown, wrongDate, types] :
+             {View{ViewFilter::All, u"8|3 2 6|1|5 4|7|9"_s}, View{ViewFilter::All, u"8|3 2|1|5 4|7|9"_s, false},
+              View{ViewFilter::LosslessOnly, u"|2 6||4||"_s}, View{ViewFilter::LossyOnly, u"||1|5||9"_s},
+              View{ViewFilter::NeedLossless, u"8|3|1|5|7|9"_s}, View{ViewFilter::DoNotHave, u"8|3|||7|"_s},
+              View{ViewFilter::All, u"5 4|7|9"_s, true, "Show-Concert=False\r\n"},
+              View{ViewFilter::All, u"8|3 2 6|1|9"_s, true, "Show-Radio=False\r\nShow-Album=False\r\n"}}) {
+            Fixture f(kShows, types);
+            f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+            f.options.showWrongDate = wrongDate;
+            f.options.filter = filter;
+            f.tree.LoadShows();
+            QStringList groups;
+            for (const auto &group : f.tree.Model().Groups()) {
+                QStringList ids;
+                for (const auto &listing : group->listings)
+                    ids.append(listing->id);
+                groups.append(ids.join(u' '));
+            }
+            QCOMPARE(groups.join(u'|'), shown);
         }
-        QCOMPARE(groups.join(u'|'), shown);
     }
 
     void newTypeJoinsTheCatalog()

@@ -3,11 +3,8 @@
 #include "testworkspace.h"
 
 #include <QAbstractItemModelTester>
-#include <QTest>
 
 #include <random>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "programfolder.h"
-#include "scriptedprompts.h"
+#include "kit.h"
 #include "workspace.h"
 
 struct TestSurroundings

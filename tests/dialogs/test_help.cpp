@@ -1,18 +1,10 @@
 #include "chmfile.h"
-#include "failurerecorder.h"
 #include "frmHelp.h"
 #include "helpcontents.h"
+#include "kit.h"
 #include "modHelp.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "suite.h"
 
-#include <QApplication>
-#include <QTest>
-#include <QTextBrowser>
-#include <QTreeWidget>
-
-using namespace Qt::StringLiterals;
+#include <QtWidgets>
 
 namespace {
 
@@ -175,5 +167,4 @@ private:
 };
 
 TEST_OF_SUITE(TestHelp)
-
 #include "test_help.moc"

@@ -1,17 +1,8 @@
 #include "frmAbout.h"
 #include "frmSelectCatalog.h"
-#include "programfolder.h"
-#include "suite.h"
-#include "table.h"
-#include "typist.h"
+#include "kit.h"
 
-#include <QApplication>
-#include <QIcon>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
+#include <QtWidgets>
 
 class TestSelect : public QObject
 {
@@ -36,37 +27,33 @@ private slots:
         QCOMPARE(entries, QStringList({u"A.XML"_s, u"b.xml"_s, u"Ü.xml"_s}));
     }
 
-    void choosing_data()
-    {
-        Table<QString, QString>("steps", "chosen")
-            .Row("Enter in the list", u"Return"_s, u"a.xml"_s)
-            .Row("arrow, then Enter", u"Down Return"_s, u"b.xml"_s)
-            .Row("Escape", u"Esc"_s, {})
-            .Row("OK clicked", u"ok"_s, u"a.xml"_s)
-            .Row("double click on the second", u"double"_s, u"b.xml"_s);
-    }
-
     void choosing()
     {
-        QFETCH(QString, steps);
-        QFETCH(QString, chosen);
-        const TestProgramFolder folder;
-        folder.Write(u"a.xml"_s, {});
-        folder.Write(u"b.xml"_s, {});
-        frmSelectCatalog form(nullptr);
-        form.show();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
-        auto &lst = *form.findChild<QListWidget *>(u"lst"_s);
-        for (const QString &step : steps.split(u' ')) {
-            if (step == u"ok")
-                QTest::mouseClick(form.findChild<QPushButton *>(u"cmdOK"_s), Qt::LeftButton);
-            else if (step == u"double")
-                DoubleClick(lst, lst.model()->index(1, 0));
-            else
-                QTest::keySequence(&lst, QKeySequence(step));
+        const std::vector<std::pair<QString, QString>> ways = {
+            {u"Return"_s, u"a.xml"_s},
+            {u"Down Return"_s, u"b.xml"_s},
+            {u"Esc"_s, {}},
+            {u"ok"_s, u"a.xml"_s},
+            {u"double"_s, u"b.xml"_s}};
+        for (const auto &[steps, chosen] : ways) {
+            const TestProgramFolder folder;
+            folder.Write(u"a.xml"_s, {});
+            folder.Write(u"b.xml"_s, {});
+            frmSelectCatalog form(nullptr);
+            form.show();
+            QVERIFY(QTest::qWaitForWindowActive(&form));
+            auto &lst = *form.findChild<QListWidget *>(u"lst"_s);
+            for (const QString &step : steps.split(u' ')) {
+                if (step == u"ok")
+                    QTest::mouseClick(form.findChild<QPushButton *>(u"cmdOK"_s), Qt::LeftButton);
+                else if (step == u"double")
+                    DoubleClick(lst, lst.model()->index(1, 0));
+                else
+                    QTest::keySequence(&lst, QKeySequence(step));
+            }
+            QVERIFY(!form.isVisible());
+            QCOMPARE(form.SelectedCatalog(), chosen.isEmpty() ? QString() : folder.Path(chosen));
         }
-        QVERIFY(!form.isVisible());
-        QCOMPARE(form.SelectedCatalog(), chosen.isEmpty() ? QString() : folder.Path(chosen));
     }
 
     void about()
@@ -90,5 +77,4 @@ private slots:
 };
 
 TEST_OF_SUITE(TestSelect)
-
 #include "test_select.moc"

@@ -1,15 +1,8 @@
 #include "clsResizeLimits.h"
-#include "failurerecorder.h"
 #include "frmSetup.h"
-#include "suite.h"
-#include "table.h"
 #include "testworkspace.h"
-#include "typist.h"
 
-#include <QListWidget>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
+#include <QtWidgets>
 
 namespace {
 
@@ -97,25 +90,26 @@ private slots:
         QCOMPARE(f.Elements(), u"TAPE"_s);
     }
 
-    void editing_data()
-    {
-        Table<int, QString, QString, QString>("row", "answer", "entries", "elements")
-            .Row("renamed", 1, u" B&< "_s, u"a| B&< |60's|a|CD"_s, u"a| B&< |60's|a|CD"_s)
-            .Row("to a reserved word", 1, u"Concert"_s, u"a|Concert|60's|a|CD"_s, u"a|Concert|60's|a|CD"_s)
-            .Row("to another entry", 1, u"a"_s, u"a|a|60's|a|CD"_s, u"a|a|60's|a|CD"_s)
-            .Row("the second of two", 3, u"z"_s, u"a|b|60's|z|CD"_s, u"z|b|60's|a|CD"_s)
-            .Row("CDATA", 4, u"z"_s, u"a|b|60's|a|z"_s, u"a|b|60's|a|z"_s);
-    }
-
     void editing()
     {
-        QFETCH(int, row);
-        QFETCH(QString, answer);
-        Fixture f(kTypes);
-        f.prompts.ExpectInput(u"Edit recording type"_s, answer);
-        f.DoubleClick(row);
-        QTEST(f.Entries(), "entries");
-        QTEST(f.Elements(), "elements");
+        struct Edit
+        {
+            int row;
+            QString answer, entries, elements;
+        };
+        // A reserved word and another entry are taken too; of two entries the first one in the catalog is renamed.
+        for (const auto &[row, answer, entries, elements] :
+             {Edit{1, u" B&< "_s, u"a| B&< |60's|a|CD"_s, u"a| B&< |60's|a|CD"_s},
+              Edit{1, u"Concert"_s, u"a|Concert|60's|a|CD"_s, u"a|Concert|60's|a|CD"_s},
+              Edit{1, u"a"_s, u"a|a|60's|a|CD"_s, u"a|a|60's|a|CD"_s},
+              Edit{3, u"z"_s, u"a|b|60's|z|CD"_s, u"z|b|60's|a|CD"_s},
+              Edit{4, u"z"_s, u"a|b|60's|a|z"_s, u"a|b|60's|a|z"_s}}) {
+            Fixture f(kTypes);
+            f.prompts.ExpectInput(u"Edit recording type"_s, answer);
+            f.DoubleClick(row);
+            QCOMPARE(f.Entries(), entries);
+            QCOMPARE(f.Elements(), elements);
+        }
     }
 
     void deleting()
@@ -155,30 +149,26 @@ private slots:
     }
 
     // What cannot be found by its text is reported and left alone.
-    void notFound_data()
-    {
-        Table<QByteArray, Failure>("type", "failure")
-            .Row("apostrophe", "<Type>60's</Type>", Failure::BadQuery)
-            .Row("a query in the text", "<Type>x' or '1'='1</Type>", Failure::BadQuery)
-            .Row("text in two pieces", "<Type>a<!--x-->b</Type>", Failure::Missing)
-            .Row("no text", "<Type/>", Failure::Missing);
-    }
-
     void notFound()
     {
-        QFETCH(QByteArray, type);
-        QFETCH(Failure, failure);
-        Fixture f(type + "<Type>other</Type>");
-        const QString before = f.Elements();
-        f.prompts.ExpectInput(u"Edit recording type"_s, u"new"_s);
-        f.DoubleClick(0);
-        f.prompts.ExpectMessage(u"Confirmation"_s, Answer::Yes);
-        f.Click(u"cmdDelete"_s);
-        QCOMPARE(f.failures.Names(), QStringList({u"frmSetup.lst_DblClick"_s, u"frmSetup.cmdDelete_Click"_s}));
-        for (const FailureReport &report : f.failures.reports)
-            QCOMPARE(report.number, static_cast<int>(failure));
-        QCOMPARE(f.Elements(), before);
-        QCOMPARE(f.Entries(), before);
+        const std::vector<std::pair<QByteArray, Failure>> types = {
+            {"<Type>60's</Type>", Failure::BadQuery},
+            {"<Type>x' or '1'='1</Type>", Failure::BadQuery},
+            {"<Type>a<!--x-->b</Type>", Failure::Missing},
+            {"<Type/>", Failure::Missing}};
+        for (const auto &[type, failure] : types) {
+            Fixture f(type + "<Type>other</Type>");
+            const QString before = f.Elements();
+            f.prompts.ExpectInput(u"Edit recording type"_s, u"new"_s);
+            f.DoubleClick(0);
+            f.prompts.ExpectMessage(u"Confirmation"_s, Answer::Yes);
+            f.Click(u"cmdDelete"_s);
+            QCOMPARE(f.failures.Names(), QStringList({u"frmSetup.lst_DblClick"_s, u"frmSetup.cmdDelete_Click"_s}));
+            for (const FailureReport &report : f.failures.reports)
+                QCOMPARE(report.number, static_cast<int>(failure));
+            QCOMPARE(f.Elements(), before);
+            QCOMPARE(f.Entries(), before);
+        }
     }
 
     void withoutCatalogElement()
@@ -216,5 +206,4 @@ private slots:
 };
 
 TEST_OF_SUITE(TestSetup)
-
 #include "test_setup.moc"

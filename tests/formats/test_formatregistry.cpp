@@ -1,16 +1,10 @@
-#include "failurerecorder.h"
-#include "failures.h"
 #include "formatregistry.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "table.h"
+#include "kit.h"
 
 #include <QAbstractItemModelTester>
 #include <QImage>
 
 #include <optional>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

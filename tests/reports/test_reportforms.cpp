@@ -1,18 +1,9 @@
 #include "clsResizeLimits.h"
-#include "failurerecorder.h"
 #include "frmList.h"
 #include "frmViewAsWebpage.h"
 #include "shows.h"
-#include "table.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QDir>
-#include <QListView>
-#include <QMenu>
-#include <QPushButton>
-
-using namespace Qt::StringLiterals;
+#include <QtWidgets>
 
 namespace {
 
@@ -105,27 +96,23 @@ private slots:
         QVERIFY2(!QFile::exists(f.folder.Path(u"discbook.ini"_s)), "loading has written");
     }
 
-    void pageNames_data()
-    {
-        Table<QString, QString, QByteArray>("catalog", "proposed", "title")
-            .Row("blanks and capitals", u" My Shows "_s, u"myshows.html"_s, "<title>My Shows</title>")
-            .Row("dots", u"a.b"_s, u"a.b.html"_s, "<title>a.b</title>")
-            .Row("blanks only", u"  "_s, u"collection.html"_s, "<title></title>");
-    }
-
     void pageNames()
     {
-        QFETCH(QString, catalog);
-        QFETCH(QByteArray, title);
-        PageForm f(catalog);
-        QVERIFY(f.View().contains(title));
-        const UserPrompts::FileRequest asked = f.prompts.LastAsked().request;
-        QTEST(asked.proposed, "proposed");
-        QCOMPARE(asked.filter, u"HTML files (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*"_s);
-        QCOMPARE(asked.extension, u"html"_s);
-        QCOMPARE(asked.folder, QDir::cleanPath(f.folder.Path(u"."_s)));
-        QCOMPARE(f.prompts.Opened(), QStringList(f.folder.Path(u"out.html"_s)));
-        QVERIFY(!f.form.isVisible());
+        const std::vector<std::array<QString, 3>> names = {// of a catalog, its page's file and title
+                                                           {u" My Shows "_s, u"myshows.html"_s, u"My Shows"_s},
+                                                           {u"a.b"_s, u"a.b.html"_s, u"a.b"_s},
+                                                           {u"  "_s, u"collection.html"_s, u""_s}};
+        for (const auto &[catalog, proposed, title] : names) {
+            PageForm f(catalog);
+            QVERIFY(f.View().contains("<title>" + title.toUtf8() + "</title>"));
+            const UserPrompts::FileRequest asked = f.prompts.LastAsked().request;
+            QCOMPARE(asked.proposed, proposed);
+            QCOMPARE(asked.filter, u"HTML files (*.html;*.htm)|*.html;*.htm|All files (*.*)|*.*"_s);
+            QCOMPARE(asked.extension, u"html"_s);
+            QCOMPARE(asked.folder, QDir::cleanPath(f.folder.Path(u"."_s)));
+            QCOMPARE(f.prompts.Opened(), QStringList(f.folder.Path(u"out.html"_s)));
+            QVERIFY(!f.form.isVisible());
+        }
     }
 
     void eachBoxBringsItsPartOfThePage()
@@ -154,26 +141,23 @@ private slots:
         QCOMPARE(f.prompts.Opened(), QStringList());
     }
 
-    void listNames_data()
-    {
-        Table<ListKind, QString, QString>("kind", "caption", "proposed")
-            .Row("0", ListKind::Lossless, u"List: Lossless - 1 out of 3"_s, u"Lossless.txt"_s)
-            .Row("1", ListKind::Lossy, u"List: Lossy - 1 out of 3"_s, u"Lossy.txt"_s)
-            .Row("2", ListKind::NeedLossless, u"List: Need Lossless - 2 out of 3"_s, u"Need Lossless.txt"_s)
-            .Row("3", ListKind::DoNotHave, u"List: Do Not Have - 1 out of 3"_s, u"Do Not Have.txt"_s);
-    }
-
     void listNames()
     {
-        QFETCH(ListKind, kind);
-        ListForm f(kind);
-        QTEST(f.form->windowTitle(), "caption");
-        QCOMPARE(f.lst().accessibleName(), u"Listings"_s);
-        f.Export({});
-        const UserPrompts::FileRequest asked = f.prompts.LastAsked().request;
-        QTEST(asked.proposed, "proposed");
-        QCOMPARE(asked.filter, u"Text files (*.txt)|*.txt|All files (*.*)|*.*"_s);
-        QCOMPARE(asked.extension, u"txt"_s);
+        const std::vector<std::pair<ListKind, QString>> lists = {// and how many listings of three they have
+                                                                 {ListKind::Lossless, u"Lossless1"_s},
+                                                                 {ListKind::Lossy, u"Lossy1"_s},
+                                                                 {ListKind::NeedLossless, u"Need Lossless2"_s},
+                                                                 {ListKind::DoNotHave, u"Do Not Have1"_s}};
+        for (const auto &[kind, name] : lists) {
+            ListForm f(kind);
+            QCOMPARE(f.form->windowTitle(), u"List: %1 - %2 out of 3"_s.arg(name.chopped(1), name.last(1)));
+            QCOMPARE(f.lst().accessibleName(), u"Listings"_s);
+            f.Export({});
+            const UserPrompts::FileRequest asked = f.prompts.LastAsked().request;
+            QCOMPARE(asked.proposed, name.chopped(1) + u".txt"_s);
+            QCOMPARE(asked.filter, u"Text files (*.txt)|*.txt|All files (*.*)|*.*"_s);
+            QCOMPARE(asked.extension, u"txt"_s);
+        }
     }
 
     void exportedLines()

@@ -1,12 +1,8 @@
 #include "catalogdocument.h"
-#include "failures.h"
 #include "findlistings.h"
+#include "kit.h"
 #include "modXMLSubs.h"
-#include "programfolder.h"
 #include "searchcriteria.h"
-#include "table.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

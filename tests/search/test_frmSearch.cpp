@@ -1,21 +1,8 @@
-#include "failurerecorder.h"
 #include "formatregistry.h"
 #include "frmSearch.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "table.h"
-#include "typist.h"
+#include "kit.h"
 
-#include <QAbstractItemView>
-#include <QClipboard>
-#include <QComboBox>
-#include <QGuiApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-
-using namespace Qt::StringLiterals;
+#include <QtWidgets>
 
 namespace {
 
