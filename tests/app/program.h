@@ -2,38 +2,38 @@
 
 #include "failurerecorder.h"
 #include "frmMain.h"
-#include "programfolder.h"
-#include "scriptedprompts.h"
-#include "workspace.h"
+#include "table.h"
+#include "testworkspace.h"
+#include "typist.h"
 
-#include <QTest>
-#include <QTreeView>
+#include <QtWidgets>
 
 #include <memory>
 
 /// The real window in a program's folder of its own, with the help file in place unless taken away.
-struct Program
+struct Program : TestSurroundings
 {
-    TestProgramFolder folder;
-    ScriptedPrompts prompts;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<frmMain> window;
     FailureRecorder failures;
 
-    Program()
+    /// Starts with that catalog, named Live; without one it is not started yet.
+    explicit Program(const QByteArray &catalog = {})
     {
         folder.Write(ExecutableName() + QStringLiteral(".chm"), "help");
         folder.Write(QStringLiteral("formats.ini"), "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
+        if (catalog.isEmpty())
+            return;
+        folder.Write(QStringLiteral("Live.xml"), catalog);
+        Start({QStringLiteral("Live.xml")});
     }
 
-    void Start(const QString &catalog = {}, bool sizeLimits = true)
+    void Start(const QStringList &arguments = {}, bool sizeLimits = true)
     {
         window.reset();
         workspace = std::make_unique<Workspace>(prompts);
         window = std::make_unique<frmMain>(
-            *workspace, prompts,
-            frmMain::StartUp{
-                .arguments = catalog.isEmpty() ? QStringList() : QStringList(catalog), .sizeLimits = sizeLimits});
+            *workspace, prompts, frmMain::StartUp{.arguments = arguments, .sizeLimits = sizeLimits});
         window->Form_Load();
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
@@ -45,7 +45,10 @@ struct Program
         QVERIFY2(Item(name) && Item(name)->isEnabled() && Item(name)->isVisible(), name);
         Item(name)->trigger();
     }
+    QWidget &Field(const char *name) const { return *window->findChild<QWidget *>(QLatin1StringView(name)); }
     QTreeView *Tree() const { return window->findChild<QTreeView *>(QStringLiteral("trv")); }
+    /// The first listing of the first group.
+    void SelectListing() const { Tree()->setCurrentIndex(Tree()->model()->index(0, 0, Tree()->model()->index(0, 0))); }
     QByteArray Settings() const { return folder.Read(ExecutableName() + QStringLiteral(".ini")); }
     void WriteSettings(const QByteArray &text) const { folder.Write(ExecutableName() + QStringLiteral(".ini"), text); }
 };

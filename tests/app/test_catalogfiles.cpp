@@ -2,7 +2,6 @@
 #include "commandline.h"
 #include "failurerecorder.h"
 #include "recentcatalogs.h"
-#include "table.h"
 #include "testworkspace.h"
 #include "treepane.h"
 
@@ -67,52 +66,30 @@ private slots:
         QCOMPARE(f.folder.Read(u"discbook.ini"_s), "[MRU]\r\n0=" + path.toUtf8() + "\r\n");
     }
 
-    void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack_data()
-    {
-        const QString notACatalog =
-            u"This file does not appear to be a valid catalog file.  Please try another file."_s;
-        Table<QByteArray, QString, QString>("contents", "title", "text")
-            .Row("broken", QByteArray("<Catalog>"), QString(kError), u"Error loading concert data!"_s)
-            .Row("other root", QByteArray("<catalog/>"), QString(kInvalid), notACatalog);
-    }
-
     void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack()
     {
-        QFETCH(QByteArray, contents);
-        QFETCH(QString, title);
-        QFETCH(QString, text);
-        Fixture f;
-        const QString bad = f.Catalog(u"Bad.xml"_s);
-        const QString good = f.Catalog(u"Good.xml"_s);
-        f.files.OpenCatalog(bad);
-        f.files.OpenCatalog(good);
-        f.folder.Write(u"Bad.xml"_s, contents);
-        f.document.MarkModified();
-        f.Signalled();
+        const auto notACatalog = u"This file does not appear to be a valid catalog file.  Please try another file."_s;
+        for (const auto &[contents, title, text] :
+             {std::tuple("<Catalog>", kError, u"Error loading concert data!"_s),
+              {"<catalog/>", kInvalid, notACatalog}}) {
+            Fixture f;
+            const QString bad = f.Catalog(u"Bad.xml"_s);
+            const QString good = f.Catalog(u"Good.xml"_s);
+            f.files.OpenCatalog(bad);
+            f.files.OpenCatalog(good);
+            f.folder.Write(u"Bad.xml"_s, contents);
+            f.document.MarkModified();
+            f.Signalled();
 
-        f.prompts.ExpectMessage(title);
-        f.recent.AddToMRU(f.folder.Path(u"./Bad.xml"_s));
-        f.files.OpenCatalog(f.folder.Path(u"./Bad.xml"_s));
-        QCOMPARE(f.prompts.LastAsked().text, text);
-        QCOMPARE(f.Signalled(), u"opening closed "_s + kOpened);
-        QCOMPARE(f.recent.Paths(), QStringList(good));
-        QCOMPARE(f.Venue(), u"Good.xml"_s);
-        QVERIFY(!f.document.IsModified());
-    }
-
-    void theOpenCatalogIsNotTriedForEver()
-    {
-        Fixture f;
-        const QString path = f.Catalog(u"Live.xml"_s);
-        f.files.OpenCatalog(path);
-        QVERIFY(QFile::remove(path));
-        f.Signalled();
-        f.prompts.ExpectMessage(kError);
-        f.files.OpenCatalog(path);
-        QCOMPARE(f.Signalled(), u"opening closed"_s);
-        QVERIFY(f.document.Path().isEmpty());
-        QVERIFY(f.recent.Paths().isEmpty());
-        QVERIFY(!f.document.Catalog());
+            f.prompts.ExpectMessage(title);
+            f.recent.AddToMRU(f.folder.Path(u"./Bad.xml"_s));
+            f.files.OpenCatalog(f.folder.Path(u"./Bad.xml"_s));
+            QCOMPARE(f.prompts.LastAsked().text, text);
+            QCOMPARE(f.Signalled(), u"opening closed "_s + kOpened);
+            QCOMPARE(f.recent.Paths(), QStringList(good));
+            QCOMPARE(f.Venue(), u"Good.xml"_s);
+            QVERIFY(!f.document.IsModified());
+        }
     }
 
     void interruptedConversionIsTakenToItsEnd()
@@ -148,55 +125,37 @@ private slots:
         QCOMPARE(f.recent.Paths(), QStringList({old, earlier}));
     }
 
-    /// What the save question does in each command.
-    void saveQuestion_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<Answer>("answer");
-        QTest::addColumn<bool>("goesOn");
-        QTest::addColumn<bool>("saved");
-        QTest::addColumn<bool>("changedAfter");
-        for (const auto &command : {u"open"_s, u"new"_s, u"recent"_s}) {
-            const auto row = [&](const char *answer) -> QTestData & {
-                return QTest::addRow("%s, %s", qPrintable(command), answer) << command;
-            };
-            row("yes") << Answer::Yes << true << true << false;
-            // Only the recent list takes No as the end of the edits; elsewhere the flag outlives the catalog.
-            row("no") << Answer::No << true << false << (command != "recent"_L1);
-            row("cancel") << Answer::Cancel << false << false << true;
-        }
-    }
-
+    /// In the commands that leave the catalog.
     void saveQuestion()
     {
-        QFETCH(QString, command);
-        QFETCH(Answer, answer);
-        QFETCH(bool, goesOn);
-        QFETCH(bool, saved);
-        QFETCH(bool, changedAfter);
-        Fixture f;
-        const QString first = f.Catalog(u"First.xml"_s);
-        const QString second = f.Catalog(u"Second.xml"_s);
-        f.files.OpenCatalog(first);
-        f.document.Catalog().child("Item").attribute("Venue") = "edited";
-        f.document.MarkModified();
+        for (const auto &command : {u"open"_s, u"new"_s, u"recent"_s}) {
+            for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
+                Fixture f;
+                const QString first = f.Catalog(u"First.xml"_s);
+                const QString second = f.Catalog(u"Second.xml"_s);
+                f.files.OpenCatalog(first);
+                f.document.Catalog().child("Item").attribute("Venue") = "edited";
+                f.document.MarkModified();
 
-        f.prompts.ExpectMessage(kSave, answer);
-        if (command == "open"_L1) {
-            if (goesOn)
-                f.prompts.ExpectOpenFile(u"Open Catalog"_s, second);
-            f.files.mnuFileOpenCatalog_Click();
-        } else if (command == "new"_L1) {
-            if (goesOn)
-                f.prompts.ExpectSaveFile(u"New Catalog"_s, second);
-            f.files.mnuFileNewCatalog_Click();
-        } else {
-            f.files.mnuFileMRU_Click(second);
+                f.prompts.ExpectMessage(kSave, answer);
+                const bool goesOn = answer != Answer::Cancel;
+                if (goesOn && command == "open"_L1)
+                    f.prompts.ExpectOpenFile(u"Open Catalog"_s, second);
+                else if (goesOn && command == "new"_L1)
+                    f.prompts.ExpectSaveFile(u"New Catalog"_s, second);
+                if (command == "open"_L1)
+                    f.files.mnuFileOpenCatalog_Click();
+                else if (command == "new"_L1)
+                    f.files.mnuFileNewCatalog_Click();
+                else
+                    f.files.mnuFileMRU_Click(second);
+                f.prompts.VerifyDone();
+                QCOMPARE(f.document.Path(), goesOn ? second : first);
+                QCOMPARE(f.folder.Read(u"First.xml"_s).contains("edited"), answer == Answer::Yes);
+                // Only the recent list takes No as the end of the edits; elsewhere the flag outlives the catalog.
+                QCOMPARE(f.document.IsModified(), !goesOn || (answer == Answer::No && command != "recent"_L1));
+            }
         }
-        f.prompts.VerifyDone();
-        QCOMPARE(f.document.Path(), goesOn ? second : first);
-        QCOMPARE(f.folder.Read(u"First.xml"_s).contains("edited"), saved);
-        QCOMPARE(f.document.IsModified(), changedAfter);
     }
 
     void aSaveThatFailsEndsTheCommand()
@@ -244,26 +203,21 @@ private slots:
         QCOMPARE(request.folder, ProgramFolder());
     }
 
-    void recentList_data()
+    void recentListHasTheLastFourAndNoneTwice()
     {
-        Table<QString, QString>("opened", "list")
-            .Row("five, the last four stay", u"a b c d e"_s, u"e d c b"_s)
-            .Row("again goes to the top", u"a b c a"_s, u"a c b"_s)
-            .Row("the top again", u"a b b"_s, u"b a"_s)
-            .Row("case counts", u"a A"_s, u"A a"_s);
-    }
-
-    void recentList()
-    {
-        QFETCH(QString, opened);
-        QFETCH(QString, list);
-        Fixture f;
-        for (const QString &path : opened.split(u' '))
-            f.recent.AddToMRU(path);
-        QCOMPARE(f.recent.Paths().join(u' '), list);
-        RecentCatalogs read(f.settings);
-        read.Load();
-        QCOMPARE(read.Paths().join(u' '), list);
+        for (const auto &[opened, list] :
+             {std::pair(u"a b c d e"_s, u"e d c b"_s),
+              {u"a b c a"_s, u"a c b"_s},
+              {u"a b b"_s, u"b a"_s},
+              {u"a A"_s, u"A a"_s}}) {
+            Fixture f;
+            for (const QString &path : opened.split(u' '))
+                f.recent.AddToMRU(path);
+            QCOMPARE(f.recent.Paths().join(u' '), list);
+            RecentCatalogs read(f.settings);
+            read.Load();
+            QCOMPARE(read.Paths().join(u' '), list);
+        }
     }
 
     void commandLine()

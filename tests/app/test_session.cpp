@@ -1,10 +1,5 @@
 #include "program.h"
 
-#include <QComboBox>
-#include <QDate>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-
 using namespace Qt::StringLiterals;
 using Answer = UserPrompts::Answer;
 
@@ -44,45 +39,33 @@ constexpr auto kAfter =
 class User
 {
 public:
-    explicit User(Program &program) : m_program(program) {}
+    explicit User(const Program &program) : m_program(program) {}
 
     /// Goes to a control and types; what was selected on entry is replaced.
-    void Type(const char *name, const QString &text)
+    void Type(const char *name, const QString &text) const { ::Press(Go(name), text); }
+    void Press(const char *name, const char *keys) const
     {
-        QWidget *control = Go(name);
-        for (const QChar c : text) {
-            if (c == u'\n')
-                QTest::keyClick(control, Qt::Key_Return);
-            else if (c == u'\t')
-                QTest::keyClick(control, Qt::Key_Tab, Qt::ControlModifier);
-            else
-                QTest::sendKeyEvent(QTest::Click, control, Qt::Key_unknown, QString(c), Qt::NoModifier);
-        }
-    }
-
-    void Press(const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(Go(name), key, modifiers);
+        QTest::keySequence(&Go(name), QKeySequence(QLatin1StringView(keys)));
     }
 
     QString Selected() const { return m_program.Tree()->currentIndex().data(BrowseTreeModel::KeyRole).toString(); }
 
-    void ClickPicture()
+    void ClickPicture() const
     {
         const QRect row = m_program.Tree()->visualRect(m_program.Tree()->currentIndex());
         QTest::mouseClick(m_program.Tree()->viewport(), Qt::LeftButton, {}, QPoint(row.left() + 10, row.center().y()));
     }
 
 private:
-    QWidget *Go(const char *name)
+    QWidget &Go(const char *name) const
     {
-        auto *control = m_program.window->findChild<QWidget *>(QLatin1StringView(name));
-        if (!m_program.window->focusWidget() || m_program.window->focusWidget() != control)
-            control->setFocus(Qt::TabFocusReason);
+        QWidget &control = m_program.Field(name);
+        if (m_program.window->focusWidget() != &control)
+            control.setFocus(Qt::TabFocusReason);
         return control;
     }
 
-    Program &m_program;
+    const Program &m_program;
 };
 
 } // namespace
@@ -95,58 +78,55 @@ private slots:
     /// From opening to saving: the file is what a person wrote down beforehand.
     void aDaysWork()
     {
-        Program program;
-        program.folder.Write(u"Day.xml"_s, kBefore);
-        program.Start(u"Day.xml"_s);
-        User user(program);
+        Program program(kBefore);
+        const User user(program);
 
-        user.Press("trv", Qt::Key_Right);
-        user.Press("trv", Qt::Key_Down);
+        user.Press("trv", "Right");
+        user.Press("trv", "Down");
         QCOMPARE(user.Selected(), u"s1"_s);
         user.Type("cboYear", u"1966"_s);
         user.Type("cboMonth", u"12"_s);
         user.Type("cboDay", u"31"_s);
         user.Type("txtVenue", u"The Matrix"_s);
         user.Type("txtShow", u"early & late"_s);
-        user.Type("txtLength", u"12x.5.0"_s);
-        user.Press("txtLength", Qt::Key_Backspace);
+        user.Type("txtLength", u"12x.5.0\b"_s);
         user.Type("txtSource", u"SBD"_s);
         user.Type("txtGrade", u"a-"_s);
         user.Type("txtSeeder", u"tree"_s);
         user.Type("txtStoredIn", u"Shelf 1"_s);
-        user.Press("icbFormat", Qt::Key_M);
-        user.Press("chkWrongDate", Qt::Key_Space);
-        user.Type("txtSetList", u"One\nTwo\tlive"_s);
+        user.Press("icbFormat", "M");
+        user.Press("chkWrongDate", "Space");
+        user.Type("txtSetList", u"One\rTwo\tlive"_s);
         user.Type("txtSetNotes", u"C:\\tape"_s);
         user.Type("txtComment", u"Köln 武道館"_s);
-        user.Press("cboType", Qt::Key_R);
+        user.Press("cboType", "R");
         QCOMPARE(user.Selected(), u"s1"_s);
         QCOMPARE(program.Tree()->currentIndex().parent().data(BrowseTreeModel::KeyRole).toString(), u"Radio"_s);
 
         program.prompts.ExpectMessage(u"Verification"_s, Answer::Yes);
-        user.Press("txtComment", Qt::Key_Insert, Qt::ShiftModifier | Qt::ControlModifier);
+        user.Press("txtComment", "Shift+Ctrl+Ins");
         QCOMPARE(user.Selected(), u"s13"_s);
-        QCOMPARE(program.window->windowTitle(), u"Discbook: Day (Showing 4 Items)"_s);
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 4 Items)"_s);
 
         // Up from the copy: its group, then the last listing of 1965 and the one before it.
         while (user.Selected() != u"s4"_s) {
             const QString before = user.Selected();
-            user.Press("trv", Qt::Key_PageUp, Qt::ControlModifier);
+            user.Press("trv", "Ctrl+PgUp");
             QVERIFY(user.Selected() != before);
         }
         program.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::Yes);
-        user.Press("trv", Qt::Key_Delete, Qt::ShiftModifier | Qt::ControlModifier);
+        user.Press("trv", "Shift+Ctrl+Del");
         QCOMPARE(user.Selected(), u"s12"_s);
-        QCOMPARE(program.window->windowTitle(), u"Discbook: Day (Showing 3 Items)"_s);
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 3 Items)"_s);
 
         user.ClickPicture();
         QTest::keyClick(program.window.get(), Qt::Key_S, Qt::ControlModifier);
         QVERIFY(!program.Item("mnuFileSave")->isEnabled());
         const QByteArray today = QDate::currentDate().toString(Qt::ISODate).toUtf8();
-        QCOMPARE(program.folder.Read(u"Day.xml"_s), QByteArray(kAfter).replace("@today", today));
+        QCOMPARE(program.folder.Read(u"Live.xml"_s), QByteArray(kAfter).replace("@today", today));
 
         program.Choose("mnuFileMRU0");
-        QCOMPARE(program.window->windowTitle(), u"Discbook: Day (Showing 3 Items)"_s);
+        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 3 Items)"_s);
         QVERIFY(program.window->close());
         QVERIFY(program.failures.reports.empty());
     }
@@ -158,13 +138,13 @@ private slots:
         program.folder.Write(u"Live.xml"_s, sample);
         program.folder.Write(
             u"formats.ini"_s, ReadWholeFile(QStringLiteral(DISCBOOK_SAMPLES "/../formats/formats.ini")));
-        program.Start(u"Live.xml"_s);
+        program.Start({u"Live.xml"_s});
         QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2373 Items)"_s);
-        User user(program);
+        const User user(program);
         for (int i = 0; i < 60; ++i)
-            user.Press("trv", i % 3 == 0 ? Qt::Key_Right : Qt::Key_Down);
+            user.Press("trv", i % 3 == 0 ? "Right" : "Down");
         for (int i = 0; i < 20; ++i)
-            user.Press("txtSetList", Qt::Key_F3, Qt::ControlModifier);
+            user.Press("txtSetList", "Ctrl+F3");
         QVERIFY(!program.Item("mnuFileSave")->isEnabled());
         QVERIFY(program.window->close());
         QCOMPARE(program.folder.Read(u"Live.xml"_s), sample);
