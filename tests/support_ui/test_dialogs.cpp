@@ -48,70 +48,66 @@ private slots:
         m_folder.Write(u"README"_s, {});
     }
 
-    void message_data()
+    void messages()
     {
-        const Qt::Key enter = Qt::Key_Return, escape = Qt::Key_Escape, n = Qt::Key_N;
-        Table<Buttons, Icon, QMessageBox::Icon, Qt::Key, Answer>("buttons", "icon", "shown", "key", "answer")
-            .Row("Ok, Enter", Buttons::Ok, Icon::None, QMessageBox::NoIcon, enter, Answer::Ok)
-            .Row("Ok, Escape", Buttons::Ok, Icon::Information, QMessageBox::Information, escape, Answer::Ok)
-            .Row("YesNo, Enter", Buttons::YesNo, Icon::Question, QMessageBox::Question, enter, Answer::Yes)
-            .Row("YesNo, Escape", Buttons::YesNo, Icon::Critical, QMessageBox::Critical, escape, Answer::No)
-            .Row("all, Enter", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, enter, Answer::Yes)
-            .Row("all, Escape", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, escape, Answer::Cancel)
-            .Row("all, No", Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, n, Answer::No);
-    }
-
-    void message()
-    {
-        QFETCH(Icon, icon);
-        QFETCH(Buttons, buttons);
+        struct Case
+        {
+            Buttons buttons;
+            Icon icon;
+            QMessageBox::Icon shown;
+            Qt::Key key;
+            Answer answer;
+        };
         const WaitCursor loading;
-        QWidget hidden;
-        QtPrompts prompts;
-        prompts.SetMainWindow(&hidden);
-        WhenOpen<QMessageBox>([](QMessageBox &box) {
-            QFETCH(Qt::Key, key);
-            QVERIFY(!QGuiApplication::overrideCursor());
-            QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
-            QCOMPARE(box.windowTitle(), u"Title"_s);
-            QTEST(box.icon(), "shown");
-            QCOMPARE(box.textFormat(), Qt::PlainText);
-            QCOMPARE(box.text(), u"<b>R&B</b>\n?"_s);
-            if (key == Qt::Key_N)
-                box.button(QMessageBox::No)->click();
-            else
-                QTest::keyClick(&box, key);
-        });
-        QTEST(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, icon, buttons), "answer");
-        QVERIFY(QGuiApplication::overrideCursor());
+        for (const auto &[buttons, icon, shown, key, answer] :
+             {Case{Buttons::Ok, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Ok},
+              Case{Buttons::Ok, Icon::Information, QMessageBox::Information, Qt::Key_Escape, Answer::Ok},
+              Case{Buttons::YesNo, Icon::Question, QMessageBox::Question, Qt::Key_Return, Answer::Yes},
+              Case{Buttons::YesNo, Icon::Critical, QMessageBox::Critical, Qt::Key_Escape, Answer::No},
+              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Yes},
+              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_Escape, Answer::Cancel},
+              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_N, Answer::No}}) {
+            QWidget hidden;
+            QtPrompts prompts;
+            prompts.SetMainWindow(&hidden);
+            WhenOpen<QMessageBox>([&expected = shown, &pressed = key](QMessageBox &box) {
+                QVERIFY(!QGuiApplication::overrideCursor());
+                QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
+                QCOMPARE(box.windowTitle(), u"Title"_s);
+                QCOMPARE(box.icon(), expected);
+                QCOMPARE(box.textFormat(), Qt::PlainText);
+                QCOMPARE(box.text(), u"<b>R&B</b>\n?"_s);
+                if (pressed == Qt::Key_N)
+                    box.button(QMessageBox::No)->click();
+                else
+                    QTest::keyClick(&box, pressed);
+            });
+            QCOMPARE(prompts.Message(u"<b>R&B</b>\r\n?"_s, u"Title"_s, icon, buttons), answer);
+            QVERIFY(QGuiApplication::overrideCursor());
+        }
     }
 
-    void input_data()
+    void inputs()
     {
-        Table<QString, Qt::Key, QString>("typed", "key", "answer")
-            .Row("as proposed", {}, Qt::Key_Return, u"R&B"_s)
-            .Row("typed over it", u"Soul"_s, Qt::Key_Return, u"Soul"_s)
-            .Row("cancelled", u"Soul"_s, Qt::Key_Escape, {})
-            .Row("pasted lines", u"a\r\nb\tc"_s, Qt::Key_Return, u"abc"_s);
-    }
-
-    void input()
-    {
-        QtPrompts prompts;
-        WhenOpen<QInputDialog>([](QInputDialog &dialog) {
-            QFETCH(QString, typed);
-            QFETCH(Qt::Key, key);
-            QCOMPARE(dialog.windowTitle(), u"Title"_s);
-            const auto *label = dialog.findChild<QLabel *>();
-            QCOMPARE(label->textFormat(), Qt::PlainText);
-            QVERIFY(label->buddy()); // which makes a single "&" a mnemonic
-            QCOMPARE(label->text(), u"<i>A && B</i>\n?"_s);
-            auto *edit = dialog.findChild<QLineEdit *>();
-            if (!typed.isEmpty())
-                edit->insert(typed);
-            QTest::keyClick(edit, key);
-        });
-        QTEST(prompts.Input(u"<i>A & B</i>\r\n?"_s, u"Title"_s, u"R&B"_s), "answer");
+        const std::vector<std::tuple<QString, Qt::Key, QString>> cases = {// what is typed, and the answer
+                                                                          {{}, Qt::Key_Return, u"R&B"_s},
+                                                                          {u"Soul"_s, Qt::Key_Return, u"Soul"_s},
+                                                                          {u"Soul"_s, Qt::Key_Escape, {}},
+                                                                          {u"a\r\nb\tc"_s, Qt::Key_Return, u"abc"_s}};
+        for (const auto &[typed, key, answer] : cases) {
+            WhenOpen<QInputDialog>([&text = typed, &pressed = key](QInputDialog &dialog) {
+                QCOMPARE(dialog.windowTitle(), u"Title"_s);
+                const auto *label = dialog.findChild<QLabel *>();
+                QCOMPARE(label->textFormat(), Qt::PlainText);
+                QVERIFY(label->buddy()); // which makes a single "&" a mnemonic
+                QCOMPARE(label->text(), u"<i>A && B</i>\n?"_s);
+                auto *edit = dialog.findChild<QLineEdit *>();
+                if (!text.isEmpty())
+                    edit->insert(text);
+                QTest::keyClick(edit, pressed);
+            });
+            QCOMPARE(QtPrompts().Input(u"<i>A & B</i>\r\n?"_s, u"Title"_s, u"R&B"_s), answer);
+        }
     }
 
     void nameFilters()
@@ -148,35 +144,29 @@ private slots:
         QCOMPARE(prompts.OpenFile(request), QString());
     }
 
-    void saveFile_data()
+    void saveFile()
     {
         const QString isNew = u"\nThis file does not exist.\nDo you want to create it?"_s;
         const QString taken = u" already exists.\nDo you want to replace it?"_s;
-        Table<QString, QString, bool, QString>("typed", "question", "isYesProposed", "saved")
-            .Row("extension added", u"README"_s, isNew, true, u"README.txt"_s)
-            .Row("added behind dots", u"Vol. 2"_s, isNew, true, u"Vol. 2.txt"_s)
-            .Row("not one of the filter's", u"new.*"_s, isNew, true, u"new.*.txt"_s)
-            .Row("one of the filter's", u"new.LOG"_s, isNew, true, u"new.LOG"_s)
-            .Row("there, by its added extension", u"taken"_s, taken, false, u"taken.txt"_s);
-    }
-
-    void saveFile()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, question);
-        QFETCH(QString, saved);
-        QtPrompts prompts;
-        WhenOpen<QFileDialog>([=](QFileDialog &dialog) {
-            WhenOpen<QMessageBox>([=](QMessageBox &box) {
-                QCOMPARE(box.text(), saved + question);
-                QCOMPARE(box.textFormat(), Qt::PlainText);
-                QTEST(box.defaultButton() == box.button(QMessageBox::Yes), "isYesProposed");
-                box.button(QMessageBox::Yes)->click();
+        const std::vector<std::array<QString, 3>> names = {// with the extension that they get, and the question
+                                                           {u"README"_s, u"README.txt"_s, isNew},
+                                                           {u"Vol. 2"_s, u"Vol. 2.txt"_s, isNew},
+                                                           {u"new.*"_s, u"new.*.txt"_s, isNew},
+                                                           {u"new.LOG"_s, u"new.LOG"_s, isNew},
+                                                           {u"taken"_s, u"taken.txt"_s, taken}};
+        for (const auto &[typed, saved, question] : names) {
+            WhenOpen<QFileDialog>([&, &name = typed, text = saved + question](QFileDialog &dialog) {
+                WhenOpen<QMessageBox>([&, text](QMessageBox &box) {
+                    QCOMPARE(box.text(), text);
+                    QCOMPARE(box.textFormat(), Qt::PlainText);
+                    QCOMPARE(box.defaultButton() == box.button(QMessageBox::Yes), text.endsWith(isNew));
+                    box.button(QMessageBox::Yes)->click();
+                });
+                QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
+                TypeName(dialog, name);
             });
-            QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
-            TypeName(dialog, typed);
-        });
-        QCOMPARE(prompts.SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(saved)));
+            QCOMPARE(QtPrompts().SaveFile(Request()), QDir::toNativeSeparators(m_folder.Path(saved)));
+        }
     }
 
     void saveFileRefusedAndCancelled()

@@ -178,53 +178,50 @@ private slots:
         QCOMPARE(recorder.reports[0].callStack, u"Module: modGlobal\tProc: notify"_s);
     }
 
-    void load_data()
-    {
-        // The window is 300 x 200 when it is loaded, the screen 800 x 800.
-        Table<QString, QRect, bool>("values", "place", "maximised")
-            .Row("nothing stored", u""_s, {0, 0, 300, 200}, false)
-            .Row("stored", u"Left=1500 Top=750 Width=6000 Height=4500 WindowState=0"_s, {100, 50, 400, 300}, false)
-            .Row("left of the screen", u"Left=-300 Top=-15"_s, {0, 0, 300, 200}, false)
-            .Row("narrower than it is", u"Width=1500 Height=6000"_s, {0, 0, 300, 400}, false)
-            .Row("lower than it is", u"Width=6000 Height=15"_s, {0, 0, 400, 200}, false)
-            .Row("no number", u"Left=x Width="_s, {0, 0, 300, 200}, false)
-            .Row("maximised", u"Left=1500 Top=750 WindowState=2"_s, {100, 50, 300, 200}, true)
-            .Row("48 x 8 pixels of it in reach", u"Left=11280 Top=11880"_s, {752, 792, 300, 200}, false)
-            .Row("too narrow a part", u"Left=11295 Top=750"_s, {500, 50, 300, 200}, false)
-            .Row("too low a part", u"Left=1500 Top=11895"_s, {100, 600, 300, 200}, false)
-            .Row("larger than the screen", u"Left=30000 Width=15000 Height=15000"_s, {0, 0, 1000, 1000}, false);
-    }
-
     void load()
     {
-        QFETCH(QString, values);
-        WithSettings(values);
-        QLabel window(u"which could be smaller"_s);
-        window.resize(300, 200);
-        LoadFormPosition(window, u"List"_s, *m_settings);
-        QTEST(QRect(window.pos(), window.size()), "place");
-        QTEST(window.isMaximized(), "maximised");
-    }
-
-    void save_data()
-    {
-        Table<Qt::WindowStates, QString>("state", "stored")
-            .Row("normal", Qt::WindowNoState, u"Height=3000 Left=1500 Top=750 Width=4500 WindowState=0"_s)
-            .Row("maximised", Qt::WindowMaximized, u"Left=15 WindowState=2"_s)
-            .Row("full screen", Qt::WindowFullScreen, u"Left=15 WindowState=2"_s)
-            .Row("minimised", Qt::WindowMinimized, u"Left=15"_s)
-            .Row("minimised while maximised", Qt::WindowMinimized | Qt::WindowMaximized, u"Left=15"_s);
+        struct Case
+        {
+            QString values;
+            QRect place;
+            bool maximised = false;
+        };
+        // The window is 300 x 200 when it is loaded, the screen 800 x 800.
+        for (const auto &[values, place, maximised] :
+             {Case{u""_s, {0, 0, 300, 200}},
+              Case{u"Left=1500 Top=750 Width=6000 Height=4500 WindowState=0"_s, {100, 50, 400, 300}},
+              Case{u"Left=-300 Top=-15"_s, {0, 0, 300, 200}}, Case{u"Width=1500 Height=6000"_s, {0, 0, 300, 400}},
+              Case{u"Width=6000 Height=15"_s, {0, 0, 400, 200}}, Case{u"Left=x Width="_s, {0, 0, 300, 200}},
+              Case{u"Left=1500 Top=750 WindowState=2"_s, {100, 50, 300, 200}, true},
+              // 48 x 8 pixels of it in reach, a part too narrow, and one too low.
+              Case{u"Left=11280 Top=11880"_s, {752, 792, 300, 200}}, Case{u"Left=11295 Top=750"_s, {500, 50, 300, 200}},
+              Case{u"Left=1500 Top=11895"_s, {100, 600, 300, 200}},
+              Case{u"Left=30000 Width=15000 Height=15000"_s, {0, 0, 1000, 1000}}}) {
+            WithSettings(values);
+            QLabel window(u"which could be smaller"_s);
+            window.resize(300, 200);
+            LoadFormPosition(window, u"List"_s, *m_settings);
+            QCOMPARE(QRect(window.pos(), window.size()), place);
+            QCOMPARE(window.isMaximized(), maximised);
+        }
     }
 
     void save()
     {
-        QFETCH(Qt::WindowStates, state);
-        WithSettings(u"Left=15"_s);
-        QWidget window;
-        window.setGeometry(100, 50, 300, 200);
-        window.setWindowState(state);
-        SaveFormPosition(window, u"List"_s, *m_settings);
-        QTEST(Stored(), "stored");
+        const std::vector<std::pair<Qt::WindowStates, QString>> states = {
+            {Qt::WindowNoState, u"Height=3000 Left=1500 Top=750 Width=4500 WindowState=0"_s},
+            {Qt::WindowMaximized, u"Left=15 WindowState=2"_s},
+            {Qt::WindowFullScreen, u"Left=15 WindowState=2"_s},
+            {Qt::WindowMinimized, u"Left=15"_s},
+            {Qt::WindowMinimized | Qt::WindowMaximized, u"Left=15"_s}};
+        for (const auto &[state, stored] : states) {
+            WithSettings(u"Left=15"_s);
+            QWidget window;
+            window.setGeometry(100, 50, 300, 200);
+            window.setWindowState(state);
+            SaveFormPosition(window, u"List"_s, *m_settings);
+            QCOMPARE(Stored(), stored);
+        }
     }
 
     void numbersStayOverRestarts()
