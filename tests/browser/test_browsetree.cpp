@@ -86,22 +86,15 @@ private slots:
 
     void choicesOfTheView()
     {
-        struct View
-        {
-            ViewFilter filter;
-            QString shown;
-            bool wrongDate = true;
-            QByteArray types = {};
-        };
-        for (const auto &[filter, shown, wrongDate, types] :
-             {View{ViewFilter::All, u"8|3 2 6|1|5 4|7|9"_s}, View{ViewFilter::All, u"8|3 2|1|5 4|7|9"_s, false},
-              View{ViewFilter::LosslessOnly, u"|2 6||4||"_s}, View{ViewFilter::LossyOnly, u"||1|5||9"_s},
-              View{ViewFilter::NeedLossless, u"8|3|1|5|7|9"_s}, View{ViewFilter::DoNotHave, u"8|3|||7|"_s},
-              View{ViewFilter::All, u"5 4|7|9"_s, true, "Show-Concert=False\r\n"},
-              View{ViewFilter::All, u"8|3 2 6|1|9"_s, true, "Show-Radio=False\r\nShow-Album=False\r\n"}}) {
-            Fixture f(kShows, types);
-            f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
-            f.options.showWrongDate = wrongDate;
+        Fixture f(kShows, "Show-Radio=False\r\nShow-Album=False\r\n");
+        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        const std::vector<std::pair<ViewFilter, QString>> filters = {
+            {ViewFilter::All, u"8|3 2 6|1|9"_s},
+            {ViewFilter::LosslessOnly, u"|2 6||"_s},
+            {ViewFilter::LossyOnly, u"||1|9"_s},
+            {ViewFilter::NeedLossless, u"8|3|1|9"_s},
+            {ViewFilter::DoNotHave, u"8|3||"_s}};
+        for (const auto &[filter, shown] : filters) {
             f.options.filter = filter;
             f.tree.LoadShows();
             QStringList groups;

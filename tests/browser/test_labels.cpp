@@ -44,17 +44,6 @@ private slots:
         }
     }
 
-    void parts()
-    {
-        pugi::xml_document document;
-        document.load_string(
-            "<Item Type='Video' Year='1977' Day='2' Venue='Movie' Length='131' Grade='A' Seeder='x'/>");
-        const pugi::xml_node listing = document.first_child();
-        QCOMPARE(ListingTitle(listing), u"Movie - 1977-02"_s);
-        QCOMPARE(ListingDetails(listing), u"131, A"_s);
-        QCOMPARE(ListingDateText(listing), u"1977-02"_s);
-    }
-
     void sortKeysFoldEveryAlphabet()
     {
         QCOMPARE(SortKey("ABC z-Q"), std::string("abc z-q"));

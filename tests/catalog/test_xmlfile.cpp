@@ -175,20 +175,6 @@ private slots:
             KeepsEncoding(name, {}, true);
     }
 
-    void lackingCharactersBecomeReferences()
-    {
-        const std::vector<std::pair<QByteArray, QByteArray>> texts = {
-            {"us-ascii", "&#233;&#8364;&#20013;&#119070;"},
-            {"ISO-8859-1", "\xE9&#8364;&#20013;&#119070;"},
-            {"windows-1252", "\xE9\x80&#20013;&#119070;"},
-            {"Shift_JIS", "&#233;&#8364;\x92\x86&#119070;"}};
-        for (const auto &[name, text] : texts) {
-            const QByteArray xml =
-                "<?xml version=\"1.0\" encoding=\"" + name + "\"?>\n<Catalog>" + text + "</Catalog>\n";
-            QCOMPARE(Saved(xml), xml);
-        }
-    }
-
     void bigFiles()
     {
         QString xml = u"\uFEFF<Catalog>\n"_s;
