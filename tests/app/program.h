@@ -1,10 +1,7 @@
 #pragma once
 
-#include "failurerecorder.h"
 #include "frmMain.h"
-#include "table.h"
 #include "testworkspace.h"
-#include "typist.h"
 
 #include <QtWidgets>
 
@@ -20,12 +17,12 @@ struct Program : TestSurroundings
     /// Starts with that catalog, named Live; without one it is not started yet.
     explicit Program(const QByteArray &catalog = {})
     {
-        folder.Write(ExecutableName() + QStringLiteral(".chm"), "help");
-        folder.Write(QStringLiteral("formats.ini"), "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
+        folder.Write(ExecutableName() + u".chm"_s, "help");
+        folder.Write(u"formats.ini"_s, "[Formats]\r\nCD=Lossless\r\nFLAC=Lossless\r\nMP3=Lossy\r\n");
         if (catalog.isEmpty())
             return;
-        folder.Write(QStringLiteral("Live.xml"), catalog);
-        Start({QStringLiteral("Live.xml")});
+        folder.Write(u"Live.xml"_s, catalog);
+        Start({u"Live.xml"_s});
     }
 
     void Start(const QStringList &arguments = {}, bool sizeLimits = true)
@@ -46,9 +43,24 @@ struct Program : TestSurroundings
         Item(name)->trigger();
     }
     QWidget &Field(const char *name) const { return *window->findChild<QWidget *>(QLatin1StringView(name)); }
-    QTreeView *Tree() const { return window->findChild<QTreeView *>(QStringLiteral("trv")); }
+    /// The control with that name, entered by Tab: what it holds is selected.
+    QWidget &Enter(const char *name) const
+    {
+        if (window->focusWidget() != &Field(name))
+            Field(name).setFocus(Qt::TabFocusReason);
+        return Field(name);
+    }
+    QTreeView *Tree() const { return window->findChild<QTreeView *>(u"trv"_s); }
+    QString CurrentKey() const { return Tree()->currentIndex().data(BrowseTreeModel::KeyRole).toString(); }
     /// The first listing of the first group.
     void SelectListing() const { Tree()->setCurrentIndex(Tree()->model()->index(0, 0, Tree()->model()->index(0, 0))); }
-    QByteArray Settings() const { return folder.Read(ExecutableName() + QStringLiteral(".ini")); }
-    void WriteSettings(const QByteArray &text) const { folder.Write(ExecutableName() + QStringLiteral(".ini"), text); }
+    /// Changes the place of that listing, by a "y" before it.
+    void Edit() const
+    {
+        SelectListing();
+        QTest::keyClicks(&Field("txtVenue"), u"y"_s);
+        QVERIFY(Item("mnuFileSave")->isEnabled());
+    }
+    QByteArray Settings() const { return folder.Read(ExecutableName() + u".ini"_s); }
+    void WriteSettings(const QByteArray &text) const { folder.Write(ExecutableName() + u".ini"_s, text); }
 };

@@ -1,48 +1,23 @@
-#include "catalogfiles.h"
 #include "commandline.h"
-#include "failurerecorder.h"
+#include "program.h"
 #include "recentcatalogs.h"
-#include "testworkspace.h"
-#include "treepane.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using Answer = UserPrompts::Answer;
 
 namespace {
 
-constexpr auto kError = "Discbook"_L1;
-constexpr auto kInvalid = "Invalid file"_L1;
+constexpr auto kLive = "<Catalog><Item ID=\"1\" Type=\"Album\" Venue=\"x\"/></Catalog>";
+constexpr auto kLiveTitle = "Discbook: Live (Showing 1 Items)"_L1;
 constexpr auto kSave = "Save Confirmation"_L1;
 
-struct Fixture : TestWorkspace
+/// The recent catalogs as they are kept in the settings.
+QByteArray Recent(const QStringList &paths)
 {
-    QWidget window;
-    TreePane pane{tree, window};
-    RecentCatalogs recent{settings};
-    CatalogFiles files{document, pane, recent, prompts};
-    QStringList signalled;
-    FailureRecorder failures;
-
-    Fixture()
-    {
-        settings.LoadINI(folder.Path(u"discbook.ini"_s));
-        QObject::connect(&files, &CatalogFiles::opening, &files, [this] { signalled += u"opening"_s; });
-        QObject::connect(&files, &CatalogFiles::opened, &files, [this](bool isOpen) {
-            signalled += isOpen ? u"open"_s : u"closed"_s;
-        });
-    }
-
-    QString Catalog(const QString &name) const
-    {
-        return folder.Write(name, "<Catalog><Item ID=\"1\" Venue=\"" + name.toUtf8() + "\" /></Catalog>");
-    }
-    QString Signalled() { return std::exchange(signalled, {}).join(u' '); }
-    QString Venue() const { return QString::fromUtf8(document.Catalog().child("Item").attribute("Venue").value()); }
-};
-
-constexpr auto kOpened = "opening open"_L1;
+    QByteArray lines = "[MRU]\r\n";
+    for (int i = 0; i < paths.size(); ++i)
+        lines += QByteArray::number(i) + '=' + paths[i].toUtf8() + "\r\n";
+    return lines;
+}
 
 } // namespace
 
@@ -51,173 +26,160 @@ class TestCatalogFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void opening()
-    {
-        Fixture f;
-        const QString path = f.Catalog(u"Live.xml"_s);
-        const QString oddPath = f.folder.Path(u"./gone/..//Live.xml"_s);
-        f.recent.AddToMRU(oddPath);
-        f.files.OpenCatalog(oddPath);
-        QCOMPARE(f.Signalled(), kOpened);
-        QCOMPARE(f.document.Path(), path);
-        QCOMPARE(f.tree.ShownCount(), 1);
-        QCOMPARE(f.pane.View().currentIndex(), f.tree.Model().index(0, 0));
-        QCOMPARE(f.recent.Paths(), QStringList(path));
-        QCOMPARE(f.folder.Read(u"discbook.ini"_s), "[MRU]\r\n0=" + path.toUtf8() + "\r\n");
-    }
-
     void aFileThatDoesNotOpenLeavesTheListAndTheEarlierCatalogComesBack()
     {
         const auto notACatalog = u"This file does not appear to be a valid catalog file.  Please try another file."_s;
         for (const auto &[contents, title, text] :
-             {std::tuple("<Catalog>", kError, u"Error loading concert data!"_s),
-              {"<catalog/>", kInvalid, notACatalog}}) {
-            Fixture f;
-            const QString bad = f.Catalog(u"Bad.xml"_s);
-            const QString good = f.Catalog(u"Good.xml"_s);
-            f.files.OpenCatalog(bad);
-            f.files.OpenCatalog(good);
-            f.folder.Write(u"Bad.xml"_s, contents);
-            f.document.MarkModified();
-            f.Signalled();
-
-            f.prompts.ExpectMessage(title);
-            f.recent.AddToMRU(f.folder.Path(u"./Bad.xml"_s));
-            f.files.OpenCatalog(f.folder.Path(u"./Bad.xml"_s));
-            QCOMPARE(f.prompts.LastAsked().text, text);
-            QCOMPARE(f.Signalled(), u"opening closed "_s + kOpened);
-            QCOMPARE(f.recent.Paths(), QStringList(good));
-            QCOMPARE(f.Venue(), u"Good.xml"_s);
-            QVERIFY(!f.document.IsModified());
+             {std::tuple("<Catalog>", u"Discbook"_s, u"Error loading concert data!"_s),
+              {"<catalog/>", u"Invalid file"_s, notACatalog}}) {
+            Program program;
+            program.folder.Write(u"Bad.xml"_s, contents);
+            const QString live = program.folder.Write(u"Live.xml"_s, kLive);
+            program.WriteSettings(Recent({program.folder.Path(u"./Bad.xml"_s), program.folder.Path(u"Bad.xml"_s)}));
+            program.Start({u"Live.xml"_s});
+            program.Edit();
+            program.prompts.ExpectMessage(kSave, Answer::No);
+            program.prompts.ExpectMessage(title);
+            program.Choose("mnuFileMRU1");
+            QCOMPARE(program.prompts.LastAsked().text, text);
+            QCOMPARE(program.window->windowTitle(), kLiveTitle);
+            QCOMPARE(program.Settings(), Recent({live}));
+            QVERIFY(program.Tree()->isEnabled() && !program.Item("mnuFileSave")->isEnabled());
         }
+    }
+
+    void theOpenCatalogIsNotTriedForEver()
+    {
+        Program program(kLive);
+        QVERIFY(QFile::remove(program.folder.Path(u"Live.xml"_s)));
+        program.prompts.ExpectMessage(u"Discbook"_s);
+        program.Choose("mnuFileMRU0");
+        QCOMPARE(program.window->windowTitle(), u"Discbook"_s);
+        QVERIFY(program.workspace->document.Path().isEmpty() && !program.workspace->document.Catalog());
+        QVERIFY(!program.Item("mnuFileDashMRU")->isVisible());
     }
 
     void interruptedConversionIsTakenToItsEnd()
     {
-        Fixture f;
-        f.Catalog(u"Shows.xml.converted"_s);
-        f.Catalog(u"Conversion Backup/Shows.xml"_s);
-        f.folder.Write(u"Conversion Backup/Shows User.xml"_s, "<User/>");
-        f.folder.Write(u"Shows User.xml"_s, "<User/>");
-        f.files.OpenCatalog(f.folder.Path(u"Shows.xml"_s));
-        QCOMPARE(f.Signalled(), kOpened);
-        QCOMPARE(f.Venue(), u"Shows.xml.converted"_s);
+        Program program;
+        program.folder.Write(u"sub/Live.xml.converted"_s, kLive);
+        program.folder.Write(u"Conversion Backup/Live.xml"_s, "<Catalog/>");
+        program.folder.Write(u"Conversion Backup/Live User.xml"_s, "<User/>");
+        program.folder.Write(u"sub/Live User.xml"_s, "<User/>");
+        program.Start({u"sub/Live.xml"_s});
+        QCOMPARE(program.window->windowTitle(), kLiveTitle);
     }
 
     void declinedConversionLeavesAnEmptyDocument()
     {
-        Fixture f;
-        const QString earlier = f.Catalog(u"New.xml"_s);
-        const QString old = f.Catalog(u"Shows.xml"_s);
-        f.folder.Write(u"Shows User.xml"_s, "<User/>");
-        f.files.OpenCatalog(earlier);
-        f.document.MarkModified();
-        f.Signalled();
-        f.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
-        f.files.OpenCatalog(old);
-        QCOMPARE(f.Signalled(), u"opening closed"_s);
-        QCOMPARE(f.document.Path(), earlier);
-        QVERIFY(!f.document.IsModified() && !f.document.Catalog());
-        QCOMPARE(f.recent.Paths(), QStringList(earlier));
-        f.prompts.ExpectSaveFile(u"New Catalog"_s, old);
-        f.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
-        f.files.mnuFileNewCatalog_Click();
-        QCOMPARE(f.recent.Paths(), QStringList({old, earlier}));
+        Program program(kLive);
+        const QString live = program.folder.Path(u"Live.xml"_s);
+        const QString old = program.folder.Write(u"Old.xml"_s, kLive);
+        program.folder.Write(u"Old User.xml"_s, "<User/>");
+        program.prompts.ExpectOpenFile(u"Open Catalog"_s, old);
+        program.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
+        program.Choose("mnuFileOpenCatalog");
+        QCOMPARE(program.window->windowTitle(), u"Discbook"_s);
+        QVERIFY(!program.Tree()->isEnabled());
+        QCOMPARE(program.workspace->document.Path(), live);
+        QVERIFY(!program.workspace->document.Catalog());
+        QCOMPARE(program.Settings(), Recent({live}));
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, old);
+        program.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::No);
+        program.Choose("mnuFileNewCatalog");
+        QCOMPARE(program.Settings(), Recent({old, live}));
     }
 
-    /// In the commands that leave the catalog.
+    /// Asked by the commands that leave the catalog.
     void saveQuestion()
     {
-        for (const auto &command : {u"open"_s, u"new"_s, u"recent"_s}) {
-            for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
-                Fixture f;
-                const QString first = f.Catalog(u"First.xml"_s);
-                const QString second = f.Catalog(u"Second.xml"_s);
-                f.files.OpenCatalog(first);
-                f.document.Catalog().child("Item").attribute("Venue") = "edited";
-                f.document.MarkModified();
-
-                f.prompts.ExpectMessage(kSave, answer);
+        for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
+            for (const QByteArray command : {"mnuFileOpenCatalog", "mnuFileNewCatalog", "mnuFileMRU1", "mnuFileExit"}) {
+                Program program;
+                const QString live = program.folder.Write(u"Live.xml"_s, kLive);
+                const QString other = program.folder.Write(u"Other.xml"_s, kLive);
+                program.WriteSettings(Recent({other}));
+                program.Start({u"Live.xml"_s});
+                program.Edit();
+                program.prompts.ExpectMessage(kSave, answer);
                 const bool goesOn = answer != Answer::Cancel;
-                if (goesOn && command == "open"_L1)
-                    f.prompts.ExpectOpenFile(u"Open Catalog"_s, second);
-                else if (goesOn && command == "new"_L1)
-                    f.prompts.ExpectSaveFile(u"New Catalog"_s, second);
-                if (command == "open"_L1)
-                    f.files.mnuFileOpenCatalog_Click();
-                else if (command == "new"_L1)
-                    f.files.mnuFileNewCatalog_Click();
-                else
-                    f.files.mnuFileMRU_Click(second);
-                f.prompts.VerifyDone();
-                QCOMPARE(f.document.Path(), goesOn ? second : first);
-                QCOMPARE(f.folder.Read(u"First.xml"_s).contains("edited"), answer == Answer::Yes);
+                if (goesOn && command == "mnuFileOpenCatalog")
+                    program.prompts.ExpectOpenFile(u"Open Catalog"_s, other);
+                if (goesOn && command == "mnuFileNewCatalog")
+                    program.prompts.ExpectSaveFile(u"New Catalog"_s, other);
+                program.Choose(command);
+                program.prompts.VerifyDone();
+                const bool closed = goesOn && command == "mnuFileExit";
+                QCOMPARE(program.window->isVisible(), !closed);
+                QCOMPARE(program.Settings().contains("[Main]"), closed);
+                QCOMPARE(program.workspace->document.Path(), goesOn && !closed ? other : live);
+                QCOMPARE(program.folder.Read(u"Live.xml"_s).contains("Venue=\"yx\""), answer == Answer::Yes);
                 // Only the recent list takes No as the end of the edits; elsewhere the flag outlives the catalog.
-                QCOMPARE(f.document.IsModified(), !goesOn || (answer == Answer::No && command != "recent"_L1));
+                const bool modified = !goesOn || (answer == Answer::No && command != "mnuFileMRU1");
+                QCOMPARE(program.Item("mnuFileSave")->isEnabled(), modified);
             }
         }
     }
 
     void aSaveThatFailsEndsTheCommand()
     {
-        Fixture f;
-        QDir().mkpath(f.folder.Path(u"gone"_s));
-        const QString path = f.Catalog(u"gone/Live.xml"_s);
-        f.files.OpenCatalog(path);
-        QVERIFY(QDir(f.folder.Path(u"gone"_s)).removeRecursively());
-        f.document.MarkModified();
-
-        f.prompts.ExpectMessage(kSave, Answer::Yes);
-        f.files.mnuFileOpenCatalog_Click();
-        QCOMPARE(f.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
-        QCOMPARE(f.document.Path(), path);
-        QVERIFY(f.document.IsModified());
-        QVERIFY(f.document.Catalog());
+        Program program;
+        program.folder.Write(u"gone/Live.xml"_s, kLive);
+        program.Start({u"gone/Live.xml"_s});
+        QVERIFY(QDir(program.folder.Path(u"gone"_s)).removeRecursively());
+        program.Edit();
+        program.prompts.ExpectMessage(kSave, Answer::Yes);
+        program.Choose("mnuFileOpenCatalog");
+        QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
+        QCOMPARE(program.window->windowTitle(), kLiveTitle);
+        QVERIFY(program.Item("mnuFileSave")->isEnabled());
     }
 
     void newCatalogThatCannotBeWrittenLeavesTheOpenOne()
     {
-        Fixture f;
-        const QString path = f.Catalog(u"Live.xml"_s);
-        f.files.OpenCatalog(path);
-        f.Signalled();
-        f.prompts.ExpectSaveFile(u"New Catalog"_s, f.folder.Path(u"no/such/folder.xml"_s));
-        f.files.mnuFileNewCatalog_Click();
-        QCOMPARE(f.failures.Names(), QStringList(u"frmMain.mnuFileNewCatalog_Click"_s));
-        QCOMPARE(f.Venue(), u"Live.xml"_s);
-        QVERIFY(f.signalled.isEmpty());
+        Program program(kLive);
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, program.folder.Path(u"no/such/folder.xml"_s));
+        program.Choose("mnuFileNewCatalog");
+        QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileNewCatalog_Click"_s));
+        QCOMPARE(program.window->windowTitle(), kLiveTitle);
+        QVERIFY(program.Tree()->isEnabled());
     }
 
     void newCatalogIsWrittenAndOpened()
     {
-        Fixture f;
-        const QString path = f.folder.Path(u"New.xml"_s);
-        f.prompts.ExpectSaveFile(u"New Catalog"_s, path);
-        f.files.mnuFileNewCatalog_Click();
-        QCOMPARE(f.folder.Read(u"New.xml"_s).trimmed(), QByteArray("<Catalog />"));
-        QCOMPARE(f.Signalled(), kOpened);
-        QCOMPARE(f.recent.Paths(), QStringList(path));
-        const auto &request = f.prompts.LastAsked().request;
+        Program program;
+        program.Start();
+        const QString path = program.folder.Path(u"New.xml"_s);
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, path);
+        program.Choose("mnuFileNewCatalog");
+        QCOMPARE(program.folder.Read(u"New.xml"_s).trimmed(), "<Catalog />");
+        QCOMPARE(program.window->windowTitle(), u"Discbook: New"_s);
+        QCOMPARE(program.Settings(), Recent({path}));
+        const auto &request = program.prompts.AllAsked().back().request;
         QCOMPARE(request.filter, u"XML Files (*.xml)|*.xml|All files (*.*)|*.*"_s);
         QCOMPARE(request.extension, u"xml"_s);
         QCOMPARE(request.folder, ProgramFolder());
     }
 
+    void recentListHasTheLastFourAndNoneTwice_data()
+    {
+        Table<QString>("list")
+            .Row("a b c d e", "e d c b")
+            .Row("a b c a", "a c b")
+            .Row("a b b", "b a")
+            .Row("a A", "A a");
+    }
+
     void recentListHasTheLastFourAndNoneTwice()
     {
-        for (const auto &[opened, list] :
-             {std::pair(u"a b c d e"_s, u"e d c b"_s),
-              {u"a b c a"_s, u"a c b"_s},
-              {u"a b b"_s, u"b a"_s},
-              {u"a A"_s, u"A a"_s}}) {
-            Fixture f;
-            for (const QString &path : opened.split(u' '))
-                f.recent.AddToMRU(path);
-            QCOMPARE(f.recent.Paths().join(u' '), list);
-            RecentCatalogs read(f.settings);
-            read.Load();
-            QCOMPARE(read.Paths().join(u' '), list);
-        }
+        TestWorkspace workspace;
+        workspace.settings.LoadINI(workspace.folder.Path(u"discbook.ini"_s));
+        RecentCatalogs recent(workspace.settings);
+        for (const QByteArray &path : QByteArray(QTest::currentDataTag()).split(' '))
+            recent.AddToMRU(QString::fromLatin1(path));
+        QTEST(recent.Paths().join(u' '), "list");
+        recent.Load();
+        QTEST(recent.Paths().join(u' '), "list");
     }
 
     void commandLine()

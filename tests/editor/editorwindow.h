@@ -3,11 +3,9 @@
 #include "detailpanel.h"
 #include "listingcommands.h"
 #include "mainkeys.h"
-#include "table.h"
 #include "testworkspace.h"
 #include "treemouse.h"
 #include "treepane.h"
-#include "typist.h"
 
 #include <QtWidgets>
 
@@ -30,7 +28,7 @@ struct EditorWindow : TestWorkspace
     explicit EditorWindow(const QByteArray &listings, const char *selected = nullptr)
     {
         // All warnings but those of the platform without a display.
-        QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         QObject::connect(&copyListing, &QAction::triggered, &commands, &ListingCommands::mnuEditCopyListing_Click);
         QObject::connect(&deleteListing, &QAction::triggered, &commands, &ListingCommands::mnuEditDeleteListing_Click);
         QObject::connect(&fra, &DetailPanel::listingSelected, &copyListing, &QAction::setEnabled);
@@ -79,7 +77,7 @@ struct EditorWindow : TestWorkspace
     {
         const BrowseTree::Listing *listing = tree.Model().FindListing(id);
         const QString label = tree.Model().IndexOf(*listing).data().toString();
-        return QStringLiteral("%1 > %2 [%3]").arg(listing->group->text.simplified(), label, listing->picture);
+        return u"%1 > %2 [%3]"_s.arg(listing->group->text.simplified(), label, listing->picture);
     }
 
     /// A point on the picture of a node, or further right.

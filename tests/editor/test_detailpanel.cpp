@@ -2,8 +2,6 @@
 
 #include "notebox.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr auto kShows = R"(
@@ -153,11 +151,15 @@ private slots:
         QTEST(states.join(u'|') + u'|', "states");
     }
 
-    void shiftedEnterIsALineBreak()
+    void shiftedEnterIsALineBreakAndADeletedSelectionAStep()
     {
         NoteBox box(nullptr);
+        Press(box, u"abc"_s);
         QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
-        QCOMPARE(box.Text(), u"\r\n"_s);
+        QCOMPARE(box.Text(), u"abc\r\n"_s);
+        QTest::keyClick(&box, Qt::Key_Left, Qt::ShiftModifier);
+        Press(box, u"\b\b^z"_s);
+        QCOMPARE(box.Text(), u"abc"_s);
     }
 
     void pictureLeavesTheSelection()
@@ -421,13 +423,17 @@ private slots:
     void layout()
     {
         EditorWindow w(kShows, "s3");
+        for (const QLabel *label : w.fra.findChildren<QLabel *>()) {
+            const QRect text = label->geometry();
+            const QRect box = label->buddy() ? label->buddy()->geometry() : QRect();
+            const bool above = box.left() == text.left() && box.left() == 8 && box.top() > text.bottom();
+            const bool before = box.left() > text.right() && std::abs(box.center().y() - text.center().y()) <= 2;
+            QVERIFY2(!label->buddy() || above || before, qPrintable(label->text()));
+        }
         int above = w.Field("cmdClearDate").geometry().bottom();
-        for (const auto &[caption, field] :
-             {std::pair("lblSetList", "txtSetList"), {"lblSetNotes", "txtSetNotes"}, {"lblComments", "txtComment"}}) {
-            const QRect label = w.Field(caption).geometry();
-            const QRect box = w.Field(field).geometry();
-            QVERIFY(label.top() > above && box.top() > label.bottom() && box.left() == 8);
-            QVERIFY(std::abs(box.height() - w.Field("txtSetList").height()) <= 1);
+        for (const char *name : {"txtSetList", "txtSetNotes", "txtComment"}) {
+            const QRect box = w.Field(name).geometry();
+            QVERIFY(box.top() > above + 10 && std::abs(box.height() - w.Field("txtSetList").height()) <= 1);
             QVERIFY2(box.height() >= 60, "too low to be used in the smallest window");
             above = box.bottom();
         }

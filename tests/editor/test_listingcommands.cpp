@@ -1,7 +1,5 @@
 #include "editorwindow.h"
 
-using namespace Qt::StringLiterals;
-
 using Answer = UserPrompts::Answer;
 
 namespace {
@@ -100,16 +98,15 @@ private slots:
         if (!refusal.isEmpty())
             w.prompts.ExpectMessage(u"Can't Add"_s);
         w.commands.mnuFileNewSource_Click();
-        QCOMPARE(w.document.IsModified(), refusal.isEmpty());
-        if (refusal.isEmpty()) {
-            QCOMPARE(w.Item("7"), "<Item ID='7' Type='Album'><SetList/><Notes/><Comment/></Item>");
-            QCOMPARE(w.CurrentKey(), u"s7"_s);
-            QCOMPARE(w.window.focusWidget(), &w.Field("cboType"));
-            QVERIFY(w.trv.viewport()->rect().contains(w.Point("s7")));
-        } else {
+        const bool added = refusal.isEmpty();
+        QCOMPARE(w.document.IsModified(), added);
+        QCOMPARE(w.Item("7"), added ? "<Item ID='7' Type='Album'><SetList/><Notes/><Comment/></Item>" : "");
+        QCOMPARE(w.CurrentKey(), added ? u"s7"_s : u"s1"_s);
+        QCOMPARE(w.window.focusWidget() == &w.Field("cboType"), added);
+        QVERIFY(w.trv.viewport()->rect().contains(w.Point(w.CurrentKey())));
+        if (!added) {
             QCOMPARE(w.prompts.LastAsked().text, refusal);
             QCOMPARE(w.prompts.LastAsked().icon, UserPrompts::Icon::Information);
-            QCOMPARE(w.CurrentKey(), u"s1"_s);
         }
     }
 
@@ -163,20 +160,16 @@ private slots:
     void selectAll()
     {
         EditorWindow w("<Item ID='1' Type='Album' Venue='x' Year='1990'><Comment>two</Comment></Item>", "s1");
-        const auto selectAllIn = [&w](QWidget &field, QLineEdit *line) {
-            field.setFocus();
-            if (line)
+        const auto selectAllIn = [&w](const char *name) {
+            w.Field(name).setFocus();
+            if (auto *line = qobject_cast<QLineEdit *>(QApplication::focusWidget()))
                 line->deselect();
             w.commands.mnuEditSelectAll_Click();
-            return line ? line->selectedText() : QString();
         };
-        auto &venue = w.Find<QLineEdit>("txtVenue");
-        QCOMPARE(selectAllIn(venue, &venue), u"x"_s);
-        auto &comment = w.Find<QPlainTextEdit>("txtComment");
-        selectAllIn(comment, nullptr);
-        QCOMPARE(comment.textCursor().selectedText(), u"two"_s);
-        auto &year = w.Find<QComboBox>("cboYear");
-        QCOMPARE(selectAllIn(year, year.lineEdit()), QString());
+        selectAllIn("txtVenue");
+        QCOMPARE(w.Find<QLineEdit>("txtVenue").selectedText(), u"x"_s);
+        selectAllIn("txtComment");
+        QCOMPARE(w.Find<QPlainTextEdit>("txtComment").textCursor().selectedText(), u"two"_s);
     }
 
     /// The column that acts is the one in which the picture is painted, whatever the style makes of it.
@@ -187,18 +180,16 @@ private slots:
         const QImage before = w.trv.viewport()->grab(row).toImage();
         w.tree.Model().SetPicture(*w.tree.Model().FindListing(u"1"_s), u"WrongDate"_s);
         const QImage after = w.trv.viewport()->grab(row).toImage();
-        int painted = 0;
-        int acting = 0;
+        QList<int> painted, acting;
         for (int x = 0; x < row.width(); ++x) {
             const QRect column(x, 0, 1, row.height());
-            const bool acts = w.mouse.IsOnPicture(w.Point("s1", x));
-            const bool differs = before.copy(column) != after.copy(column);
-            QVERIFY(acts || !differs);
-            acting += acts ? 1 : 0;
-            painted += differs ? 1 : 0;
+            if (before.copy(column) != after.copy(column))
+                painted += x;
+            if (w.mouse.IsOnPicture(w.Point("s1", x)))
+                acting += x;
         }
-        QCOMPARE(acting, 16);
-        QVERIFY(painted >= 10);
+        QCOMPARE(acting.size(), 16);
+        QVERIFY(painted.size() >= 10 && painted.front() >= acting.front() && painted.back() <= acting.back());
         QVERIFY(!w.mouse.IsOnPicture({row.left() + 8, row.bottom() + 2}));
         w.Select("y1990");
         QVERIFY(!w.mouse.IsOnPicture(w.Point("y1990")));
