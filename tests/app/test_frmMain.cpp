@@ -4,10 +4,11 @@ using Answer = UserPrompts::Answer;
 
 namespace {
 
-constexpr auto kEveryKind =
+constexpr auto kLive =
     "<Catalog><Type>Radio</Type><Item ID='1' Type='Concert' Year='1994' Format='CD'/><Item ID='2' Type='Album'/>"
     "<Item ID='3' Type='Video' Format='MP3'/><Item ID='4' Type='Video' WrongDate='1' Format='MP3'/>"
-    "<Item ID='5' Type='Radio' Format='FLAC'/></Catalog>";
+    "<Item ID='5' Type='Radio' Format='FLAC'/><WebSource>https://example.org/?a=1&amp;b=2</WebSource></Catalog>";
+constexpr auto kTitle = "Discbook: Live (Showing 5 Items)"_L1;
 
 /// The sections of windows' places and recent catalogs.
 constexpr auto kPlaces = "\\[(Main|List|MRU)\\][^\\[]*"_L1;
@@ -46,6 +47,7 @@ constexpr auto kMenu = R"(&File
   &Interview *
   &Outtakes *
   &Video *
+  &Radio *
  &Setup Types
  --
  Show "&Wrong Date" Items *
@@ -65,10 +67,6 @@ constexpr auto kMenu = R"(&File
  &Contents	F1
  &About
 )";
-
-constexpr auto kLive = "<Catalog><Item ID='1' Type='Concert' Year='1994' Venue='x' Format='CD'/>"
-                       "<Item ID='2' Type='Album' Year='1990' Venue='a'/>"
-                       "<WebSource>https://example.org/?a=1&amp;b=2</WebSource></Catalog>";
 
 /// A menu as text: a line an item, indented by level, with its keys; "*" is checked, "-" disabled.
 QString Text(const QList<QAction *> &items, int level = 0)
@@ -133,20 +131,15 @@ private slots:
         QVERIFY(program.failures.reports.empty());
     }
 
-    void opensTheCatalogOfTheCommandLine()
+    void opensTheCatalogOfTheCommandLineWithItsMenu()
     {
         Program program(kLive);
-        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+        QCOMPARE(program.window->windowTitle(), kTitle);
         QCOMPARE(program.Tree()->currentIndex().data().toString(), u"1994       ( 1 / 0 / 1 )"_s);
         QVERIFY(program.Tree()->hasFocus());
+        QCOMPARE(Text(program.window->menuBar()->actions()), QString::fromUtf8(kMenu));
         program.Choose("mnuWebSourcesOpen0");
         QCOMPARE(program.prompts.Opened(), QStringList(u"https://example.org/?a=1&b=2"_s));
-    }
-
-    void menu()
-    {
-        Program program(kLive);
-        QCOMPARE(Text(program.window->menuBar()->actions()), QString::fromUtf8(kMenu));
     }
 
     void triggers_data()
@@ -187,7 +180,7 @@ private slots:
     void triggers()
     {
         QFETCH(QString, asks);
-        Program program(kEveryKind);
+        Program program(kLive);
         const QByteArray item = QTest::currentDataTag();
         if (item.endsWith("Listing") || item == "mnuEditRefresh")
             program.SelectListing();
@@ -206,17 +199,16 @@ private slots:
 
     void opensTheMostRecentOnlyWhenAskedTo()
     {
-        const QString live = u"Discbook: Live (Showing 2 Items)"_s;
         for (const QByteArray setting : {"OpenMRUOnStartup=True\r\n", "OpenMRUOnStartup=False\r\n", ""}) {
             Program program;
             const QByteArray path = program.folder.Write(u"sub/Live.xml"_s, kLive).toUtf8();
             const QByteArray oddPath = program.folder.Path(u"./gone/..//sub/Live.xml"_s).toUtf8();
             program.WriteSettings("[Settings]\r\n" + setting + "[MRU]\r\n0=" + oddPath + "\r\n");
             program.Start();
-            QCOMPARE(program.window->windowTitle(), setting.contains("True") ? live : u"Discbook"_s);
+            QCOMPARE(program.window->windowTitle(), setting.contains("True") ? kTitle : "Discbook"_L1);
             QVERIFY(program.Item("mnuFileDashMRU")->isVisible());
             program.Choose("mnuFileMRU0");
-            QCOMPARE(program.window->windowTitle(), live);
+            QCOMPARE(program.window->windowTitle(), kTitle);
             QVERIFY(program.Tree()->hasFocus());
             QVERIFY(program.Settings().endsWith("[MRU]\r\n0=" + path + "\r\n"));
         }
@@ -233,7 +225,7 @@ private slots:
         });
         answer.start(10);
         program.Start();
-        QTRY_COMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+        QTRY_COMPARE(program.window->windowTitle(), kTitle);
     }
 
     void stepsThatFailDoNotStopTheStart()
@@ -245,7 +237,7 @@ private slots:
         program.prompts.ExpectMessage(u"Unknown format"_s, Answer::Yes);
         program.Start({u"Live.xml"_s});
         QCOMPARE(program.failures.Names(), QStringList({u"frmMain.Form_Load"_s, u"frmMain.Form_Load"_s}));
-        QCOMPARE(program.window->windowTitle(), u"Discbook: Live (Showing 2 Items)"_s);
+        QCOMPARE(program.window->windowTitle(), kTitle);
     }
 
     void groupsShowAnOpenFolderWhileExpanded()

@@ -32,7 +32,6 @@ struct EditorWindow : TestWorkspace
         QObject::connect(&copyListing, &QAction::triggered, &commands, &ListingCommands::mnuEditCopyListing_Click);
         QObject::connect(&deleteListing, &QAction::triggered, &commands, &ListingCommands::mnuEditDeleteListing_Click);
         QObject::connect(&fra, &DetailPanel::listingSelected, &copyListing, &QAction::setEnabled);
-        QObject::connect(&fra, &DetailPanel::listingSelected, &deleteListing, &QAction::setEnabled);
         Open(listings, "FLAC=Lossless\r\nFLV=Lossy\r\nMP3=Lossy\r\nR&B=Lossy\r\n");
         tree.LoadShows();
         auto *row = new QHBoxLayout(&window);

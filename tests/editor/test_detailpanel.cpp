@@ -6,8 +6,8 @@ namespace {
 
 constexpr auto kShows = R"(
 <Item ID='1' Type='Concert' Year='1994' Month='07' Venue='Hall' Format='FLAC' DateAdded='2001-2-3 10:00'/>
-<Item ID='2' Year='1999x' Day='x' Venue='Barn' WrongDate='2'><Notes>a\nb\\c</Notes></Item>
-<Item ID='3' Type='Album' Venue='Best' Length='2:10:00' Format='MP3'><SetList>one, two (a, b), three</SetList></Item>
+<Item ID='2' Year='1999x' Day='x' Length='2:10:00' WrongDate='2'><Notes>a\nb\\c</Notes><SetList>one, two (a, b)</SetList></Item>
+<Item ID='3' Type='Album' Venue='Best' Format='MP3'/>
 <Item ID='4' Type='Radio' Year='1990' Venue='Studio' DateAdded='last week'/>
 <Type>Radio</Type>)";
 
@@ -47,9 +47,8 @@ private slots:
     {
         const QStringList shown{
             u"Concert|1994|7|0|Hall||FLAC||2001-02-03*|Ven&ue lblShow txtShow|||"_s,
-            u"Concert|1999|0|0|Barn|||wrong||Ven&ue lblShow txtShow||a/b\\c|"_s,
-            u"Album|0|0|0|Best|2:10:00|MP3|||T&itle|one/two (a, b)/three||"_s,
-            u"Radio|1990|0|0|Studio||||last week*|Ven&ue lblShow txtShow|||"_s};
+            u"Concert|1999|0|0||2:10:00||wrong||Ven&ue lblShow txtShow|one/two (a, b)|a/b\\c|"_s,
+            u"Album|0|0|0|Best||MP3|||T&itle|||"_s, u"Radio|1990|0|0|Studio||||last week*|Ven&ue lblShow txtShow|||"_s};
         EditorWindow w(kShows);
         for (const int id : {1, 2, 3, 4, 3, 2, 1}) {
             w.Select(u"s%1"_s.arg(id));
@@ -62,11 +61,8 @@ private slots:
         w.types.Toggle(w.types.Find(u"Bootleg"_s));
         QVERIFY(!w.document.IsModified());
         QCOMPARE(
-            w.Item("2"), "<Item ID='2' Year='1999x' Day='x' Venue='Barn' WrongDate='2' Type='Concert'>"
-                         "<Notes>a\\nb\\\\c</Notes><SetList/><Comment/></Item>");
-        QCOMPARE(
-            w.Item("3"), "<Item ID='3' Type='Album' Venue='Best' Length='2:10:00' Format='MP3'>"
-                         "<SetList>one, two (a, b), three</SetList><Notes/><Comment/></Item>");
+            w.Item("2"), "<Item ID='2' Year='1999x' Day='x' Length='2:10:00' WrongDate='2' Type='Concert'>"
+                         "<Notes>a\\nb\\\\c</Notes><SetList>one, two (a, b)</SetList><Comment/></Item>");
     }
 
     void edits_data()
@@ -174,8 +170,7 @@ private slots:
 
     void focusOfAHiddenField_data()
     {
-        // The path names the nodes gone through, and what is done in between: a key or a click in the tree, another
-        // field.
+        // The path: nodes gone through, and a key or a click in the tree or another field in between.
         Table<QString, QString, QString>("field", "path", "focus")
             .Row("album", "txtShow", "s3", "trv")
             .Row("album and back", "txtShow", "s3 s1", "txtShow")
@@ -211,17 +206,6 @@ private slots:
         if (focused == &w.trv)
             QTest::keyClicks(focused, u"z "_s);
         QVERIFY(!w.document.IsModified());
-    }
-
-    void secondPressOfClearWritesNowhere()
-    {
-        EditorWindow w(kShows, "s1");
-        w.Field("cmdClearDate").setFocus();
-        QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
-        const QByteArray cleared = w.Item("1");
-        QVERIFY(cleared.contains("DateAdded=''"));
-        QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
-        QCOMPARE(w.Item("1"), cleared);
     }
 
     /// Of two listings with one ID, the first of a hidden type.
@@ -266,20 +250,16 @@ private slots:
     void savingKeepsTheCursor()
     {
         EditorWindow w(kConcert, "s1");
-        const auto save = [&w] {
-            w.document.Save();
-            w.fra.trv_NodeClick(w.trv.currentIndex());
-        };
         auto &venue = w.Find<QLineEdit>("txtVenue");
         venue.setFocus();
         venue.setCursorPosition(2);
-        save();
+        w.document.Save();
         QTest::keyClicks(&venue, u"x"_s);
         Type(w.Field("txtComment"), u"one\r"_s);
-        save();
+        w.document.Save();
         Type(w.Field("txtComment"), u"two"_s);
         Type(w.Field("txtSetList"), u"a, b"_s);
-        save();
+        w.document.Save();
         Type(w.Field("txtSetList"), u"c"_s);
         QVERIFY(w.Item("1").contains("Venue='Haxll'"));
         QVERIFY(w.Item("1").contains("<Comment>one\\ntwo</Comment>"));
@@ -348,6 +328,11 @@ private slots:
         };
         const Way picture = [](EditorWindow &w) { w.Click("s1"); };
         const Way clear = [](EditorWindow &w) { QTest::mouseClick(&w.Field("cmdClearDate"), Qt::LeftButton); };
+        const Way clearTwice = [](EditorWindow &w) {
+            w.Field("cmdClearDate").setFocus();
+            QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
+            QTest::keyClick(w.window.focusWidget(), Qt::Key_Space);
+        };
         const QByteArray none;
         const QByteArray flac = " Format='FLAC' DateAdded='2000-01-01'";
         const QByteArray cleared = " Format='' DateAdded=''";
@@ -367,7 +352,8 @@ private slots:
             .Row("picture", none, picture, " DateAdded='2024-02-29' Format='FLAC'")
             .Row("picture, beyond the last", " Format='R&amp;B' DateAdded='2000-01-01'", picture, cleared)
             .Row("picture, wrong date", " WrongDate='1' Format='FLAC'", picture, " WrongDate='' Format='FLAC'")
-            .Row("clear date", flac, clear, " Format='FLAC' DateAdded=''");
+            .Row("clear date", flac, clear, " Format='FLAC' DateAdded=''")
+            .Row("clear date, once more", flac, clearTwice, " Format='FLAC' DateAdded=''");
     }
 
     /// Each of these is the first thing that happens after the listing was selected.
@@ -443,7 +429,6 @@ private slots:
     void groupsAndResetsHideThePanel()
     {
         EditorWindow w(kShows, "s1");
-        QVERIFY(w.Field("txtVenue").isVisible());
         w.ClickBelowTheTree();
         QVERIFY(w.trv.selectionModel()->isSelected(w.trv.currentIndex()));
         QTest::keyClick(&w.trv, Qt::Key_Space, Qt::ControlModifier);
