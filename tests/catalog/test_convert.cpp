@@ -82,10 +82,9 @@ int ConvertUntil(const QString &folder, int lastStep)
 }
 
 /// A conversion begins, busy while it works, and ends with a message; no file is touched.
-void Refuses(
-    const OldCatalog &old, const QString &text, bool hasUser = true,
-    const QString &title = u"Error during conversion"_s, Icon icon = Icon::Critical)
+void Refuses(const OldCatalog &old, const QString &text, bool hasUser = true)
 {
+    const QString title = hasUser ? u"Error during conversion"_s : u"Conversion"_s;
     const Contents before = old.Files();
     QStringList seen;
     ScriptedPrompts prompts;
@@ -97,7 +96,7 @@ void Refuses(
     QVERIFY(!ConvertFileTo12(old.path, user, prompts, {.working = working, .stepDone = {}}));
     QCOMPARE(seen, QStringList({kQuestionTitle, u"busy"_s, u"ready"_s, title}));
     QCOMPARE(prompts.LastAsked().text, text);
-    QCOMPARE(prompts.LastAsked().icon, icon);
+    QCOMPARE(prompts.LastAsked().icon, hasUser ? Icon::Critical : Icon::Information);
     QCOMPARE(old.Files(), before);
 }
 
@@ -231,7 +230,7 @@ private slots:
         Refuses(OldCatalog(kOldCatalog, ""), u"Error reading user file."_s);
         Refuses(OldCatalog(kOldCatalog, kOldCatalog), notUser);
         Refuses(OldCatalog(kOldCatalog, kOldUser, kCatalogBackup), backup);
-        Refuses(OldCatalog(), u"File is already compatible."_s, false, u"Conversion"_s, Icon::Information);
+        Refuses(OldCatalog(), u"File is already compatible."_s, false);
     }
 
     void declined()

@@ -92,18 +92,14 @@ private slots:
 
     void editing()
     {
-        struct Edit
-        {
-            int row;
-            QString answer, entries, elements;
-        };
         // A reserved word and another entry are taken too; of two entries the first one in the catalog is renamed.
-        for (const auto &[row, answer, entries, elements] :
-             {Edit{1, u" B&< "_s, u"a| B&< |60's|a|CD"_s, u"a| B&< |60's|a|CD"_s},
-              Edit{1, u"Concert"_s, u"a|Concert|60's|a|CD"_s, u"a|Concert|60's|a|CD"_s},
-              Edit{1, u"a"_s, u"a|a|60's|a|CD"_s, u"a|a|60's|a|CD"_s},
-              Edit{3, u"z"_s, u"a|b|60's|z|CD"_s, u"z|b|60's|a|CD"_s},
-              Edit{4, u"z"_s, u"a|b|60's|a|z"_s, u"a|b|60's|a|z"_s}}) {
+        const std::vector<std::tuple<int, QString, QString, QString>> edits = {
+            {1, u" B&< "_s, u"a| B&< |60's|a|CD"_s, u"a| B&< |60's|a|CD"_s},
+            {1, u"Concert"_s, u"a|Concert|60's|a|CD"_s, u"a|Concert|60's|a|CD"_s},
+            {1, u"a"_s, u"a|a|60's|a|CD"_s, u"a|a|60's|a|CD"_s},
+            {3, u"z"_s, u"a|b|60's|z|CD"_s, u"z|b|60's|a|CD"_s},
+            {4, u"z"_s, u"a|b|60's|a|z"_s, u"a|b|60's|a|z"_s}};
+        for (const auto &[row, answer, entries, elements] : edits) {
             Fixture f(kTypes);
             f.prompts.ExpectInput(u"Edit recording type"_s, answer);
             f.DoubleClick(row);

@@ -15,7 +15,7 @@ constexpr auto kShows = R"(
 <Item ID='3' Type='Concert' Year='1994' Month='10' Venue='wrong date' Format='FLAC' WrongDate='1'/>
 <Item ID='4' Type='Album' Year='1970' Venue='Caf&#233; &#x6771;&#x4EAC; &#x1F3B8;' Format='MP3'><SetList/></Item>)";
 
-// What a box of the form adds begins with its letter; "#" stands for the number of columns.
+// What a box of the form adds begins with its letter; with a bar it is a row of text.
 constexpr auto kPage = R"(<html>
 <head><title>My Shows &#9834;</title></head>
 <body>
@@ -50,33 +50,9 @@ F:    <th>Format</th>
 F:    <td align='center'>FLAC</td>
 </tr>
 </tbody>
-S:<tbody bgcolor='#FFFFCC'>
-S:<tr>
-S:<td></td>
-S:<td valign='top'>Set List:</td>
-S:<td colspan='#'>
-S:A,B,C
-S:</td>
-S:</tr>
-S:</tbody>
-C:<tbody bgcolor='#FFFFCC'>
-C:<tr>
-C:<td></td>
-C:<td valign='top'>Comments:</td>
-C:<td colspan='#'>
-C:<b>1~2
-C:</td>
-C:</tr>
-C:</tbody>
-N:<tbody bgcolor='#FFFFCC'>
-N:<tr>
-N:<td></td>
-N:<td valign='top'>Notes:</td>
-N:<td colspan='#'>
-N:one<br>two
-N:</td>
-N:</tr>
-N:</tbody>
+S:Set List:|A,B,C
+C:Comments:|<b>1~2
+N:Notes:|one<br>two
 <tbody bgcolor='#FFCC88'>
 <tr>
     <td>Album</td>
@@ -94,13 +70,27 @@ F:    <td align='center'>MP3</td>
 </html>
 )";
 
+// "#" stands for the number of columns.
+constexpr auto kTextRow = R"(<tbody bgcolor='#FFFFCC'>
+<tr>
+<td></td>
+<td valign='top'>TITLE</td>
+<td colspan='#'>
+TEXT
+</td>
+</tr>
+</tbody>)";
+
 /// The lines of the page with the parts of these letters. Only the line feed inside a comment ("~") stands alone.
 QByteArrayList PageWith(const QByteArray &parts)
 {
     QByteArrayList lines;
     for (const QByteArray &line : QByteArray(kPage).split('\n')) {
         const bool optional = line.indexOf(':') == 1;
-        if (!optional || parts.contains(line[0]))
+        const QByteArrayList row = line.mid(2).split('|');
+        if (optional && row.size() == 2 && parts.contains(line[0]))
+            lines += QByteArray(kTextRow).replace("TITLE", row[0]).replace("TEXT", row[1]).split('\n');
+        else if (!optional || parts.contains(line[0]))
             lines += line.mid(optional ? 2 : 0);
     }
     const QByteArray page = lines.join("\r\n").replace("'#'", parts.contains('F') ? "'6'" : "'5'").replace('~', '\n');

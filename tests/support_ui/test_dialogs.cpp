@@ -50,23 +50,17 @@ private slots:
 
     void messages()
     {
-        struct Case
-        {
-            Buttons buttons;
-            Icon icon;
-            QMessageBox::Icon shown;
-            Qt::Key key;
-            Answer answer;
-        };
+        using Box = QMessageBox;
+        const std::vector<std::tuple<Buttons, Icon, Box::Icon, Qt::Key, Answer>> cases = {
+            {Buttons::Ok, Icon::None, Box::NoIcon, Qt::Key_Return, Answer::Ok},
+            {Buttons::Ok, Icon::Information, Box::Information, Qt::Key_Escape, Answer::Ok},
+            {Buttons::YesNo, Icon::Question, Box::Question, Qt::Key_Return, Answer::Yes},
+            {Buttons::YesNo, Icon::Critical, Box::Critical, Qt::Key_Escape, Answer::No},
+            {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Return, Answer::Yes},
+            {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Escape, Answer::Cancel},
+            {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_N, Answer::No}};
         const WaitCursor loading;
-        for (const auto &[buttons, icon, shown, key, answer] :
-             {Case{Buttons::Ok, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Ok},
-              Case{Buttons::Ok, Icon::Information, QMessageBox::Information, Qt::Key_Escape, Answer::Ok},
-              Case{Buttons::YesNo, Icon::Question, QMessageBox::Question, Qt::Key_Return, Answer::Yes},
-              Case{Buttons::YesNo, Icon::Critical, QMessageBox::Critical, Qt::Key_Escape, Answer::No},
-              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_Return, Answer::Yes},
-              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_Escape, Answer::Cancel},
-              Case{Buttons::YesNoCancel, Icon::None, QMessageBox::NoIcon, Qt::Key_N, Answer::No}}) {
+        for (const auto &[buttons, icon, shown, key, answer] : cases) {
             QWidget hidden;
             QtPrompts prompts;
             prompts.SetMainWindow(&hidden);
