@@ -214,10 +214,12 @@ private slots:
         }
     }
 
-    void offersTheCatalogsOfItsFolder()
+    void endsInterruptedConversionsAndOffersTheCatalogsOfItsFolder()
     {
         Program program;
-        program.folder.Write(u"Live.xml"_s, kLive);
+        program.folder.Write(u"Live.xml.converted"_s, kLive);
+        program.folder.Write(u"Conversion Backup/Live.xml"_s, "<Catalog/>");
+        program.folder.Write(u"Conversion Backup/Live User.xml"_s, "<User/>");
         QTimer answer;
         connect(&answer, &QTimer::timeout, &answer, [] {
             if (QWidget *dialog = QApplication::activeModalWidget())
