@@ -249,8 +249,8 @@ private slots:
 
     void failures()
     {
+        // A catalog, what is in the way, the report.
         const std::vector<std::tuple<QByteArray, QString, QString>> cases = {
-            // a catalog, what is in the way, the report
             {"<Catalog><Item ID='2147483647'/></Catalog>", u"x"_s, u"Overflow"_s},
             {"<Catalog><Item ID='2147483648'/></Catalog>", u"x"_s, u"Overflow"_s},
             {kOldCatalog, u"Conversion Backup"_s, u"Cannot make the folder"_s},

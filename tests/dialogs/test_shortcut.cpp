@@ -19,8 +19,8 @@ private slots:
     void quoting()
     {
         const QByteArray sh = R"(/bin/sh -c "exec \\"\\$0\\" \\"\\$1\\"" )";
+        // Name, program and file; name and command line quoted.
         const std::vector<std::array<QByteArray, 5>> entries = {
-            // name, program and file; name and command line quoted
             {"My Shows", "/opt/discbook", "a.xml", "My Shows", R"("/opt/discbook" "a.xml")"},
             {"  my shows ", "/my programs/p", "a  b", R"(\s my shows )", R"("/my programs/p" "a  b")"},
             {"100% %f", "/p", "100% %f %%", "100% %f", R"("/p" "100%% %%f %%%%")"},
@@ -44,11 +44,12 @@ private slots:
     void command()
     {
         const QString error = u"Error creating shortcut."_s;
-        const std::vector<std::array<QString, 3>> answers = {// the files that they make, and what is said
-                                                             {u"Mine"_s, u"Mine.desktop"_s, u""_s},
-                                                             {u""_s, u""_s, u""_s},
-                                                             {u"../b"_s, u""_s, error},
-                                                             {QString(300, u'x'), u""_s, error}};
+        // What is answered, the file that it makes, and what is said.
+        const std::vector<std::array<QString, 3>> answers = {
+            {u"Mine"_s, u"Mine.desktop"_s, u""_s},
+            {u""_s, u""_s, u""_s},
+            {u"../b"_s, u""_s, error},
+            {QString(300, u'x'), u""_s, error}};
         for (const auto &[answer, files, message] : answers) {
             init();
             ScriptedPrompts prompts;

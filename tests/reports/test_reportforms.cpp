@@ -98,10 +98,11 @@ private slots:
 
     void pageNames()
     {
-        const std::vector<std::array<QString, 3>> names = {// of a catalog, its page's file and title
-                                                           {u" My Shows "_s, u"myshows.html"_s, u"My Shows"_s},
-                                                           {u"a.b"_s, u"a.b.html"_s, u"a.b"_s},
-                                                           {u"  "_s, u"collection.html"_s, u""_s}};
+        // A catalog's name, its page's file and title.
+        const std::vector<std::array<QString, 3>> names = {
+            {u" My Shows "_s, u"myshows.html"_s, u"My Shows"_s},
+            {u"a.b"_s, u"a.b.html"_s, u"a.b"_s},
+            {u"  "_s, u"collection.html"_s, u""_s}};
         for (const auto &[catalog, proposed, title] : names) {
             PageForm f(catalog);
             QVERIFY(f.View().contains("<title>" + title.toUtf8() + "</title>"));
@@ -143,11 +144,12 @@ private slots:
 
     void listNames()
     {
-        const std::vector<std::pair<ListKind, QString>> lists = {// and how many listings of three they have
-                                                                 {ListKind::Lossless, u"Lossless1"_s},
-                                                                 {ListKind::Lossy, u"Lossy1"_s},
-                                                                 {ListKind::NeedLossless, u"Need Lossless2"_s},
-                                                                 {ListKind::DoNotHave, u"Do Not Have1"_s}};
+        // Their names, and how many listings of three they have.
+        const std::vector<std::pair<ListKind, QString>> lists = {
+            {ListKind::Lossless, u"Lossless1"_s},
+            {ListKind::Lossy, u"Lossy1"_s},
+            {ListKind::NeedLossless, u"Need Lossless2"_s},
+            {ListKind::DoNotHave, u"Do Not Have1"_s}};
         for (const auto &[kind, name] : lists) {
             ListForm f(kind);
             QCOMPARE(f.form->windowTitle(), u"List: %1 - %2 out of 3"_s.arg(name.chopped(1), name.last(1)));

@@ -42,14 +42,12 @@ private slots:
     void callStack()
     {
         const FailureRecorder failures;
-        Guarded("frmMain", "Form_Load", [&] {
-            Guarded("clsINI", "done", [] {});
-            Guarded("frmViewAsWebpage", "mnuViewAsWebPage_Click", [] { throw std::runtime_error(""); });
-            QCOMPARE(CallStack().CallStack(), u"Module: frmMain\tProc: Form_Load"_s);
+        Guarded("a", "b", [&] {
+            Guarded("c", "d", [] {});
+            Guarded("e", "f", [] { throw std::runtime_error(""); });
+            QCOMPARE(CallStack().CallStack(), u"Module: a\tProc: b"_s);
         });
-        QCOMPARE(
-            failures.reports.at(0).callStack,
-            u"Module: frmMain\tProc: Form_Load\r\nModule: frmViewAsWebpage\tProc: mnuViewAsWebPage_Click"_s);
+        QCOMPARE(failures.reports.at(0).callStack, u"Module: a\tProc: b\r\nModule: e\tProc: f"_s);
     }
 
     void resultTellsSuccess()

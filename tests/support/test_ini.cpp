@@ -53,9 +53,9 @@ private slots:
 
     void keepsACopyOfADamagedFile()
     {
-        const std::vector<std::pair<QByteArray, QByteArray>> files = {// and what is read of them
-                                                                      {"\r\n;c\r\nk=\x80\r\n[A]\r\n", ""},
-                                                                      {"[A]\nk=1\n[\n[B]\n", "[A]\r\nk=1\r\n\r\n"}};
+        // Files, and what is read of them.
+        const std::vector<std::pair<QByteArray, QByteArray>> files = {
+            {"\r\n;c\r\nk=\x80\r\n[A]\r\n", ""}, {"[A]\nk=1\n[\n[B]\n", "[A]\r\nk=1\r\n\r\n"}};
         for (const auto &[bytes, read] : files) {
             Ini ini("[Old]\r\n");
             for (const QString &copy : {u"test.ini.damaged"_s, u"test.ini.damaged-2"_s}) {

@@ -48,15 +48,16 @@ class TestPaths : public QObject
 private slots:
     void fileTitle()
     {
-        const std::vector<std::array<QString, 3>> titles = {// of a path, with and without what follows the last dot
-                                                            {u""_s, u""_s, u""_s},
-                                                            {u"Live.xml"_s, u"Live.xml"_s, u"Live"_s},
-                                                            {u"C:\\a/b.xml"_s, u"b.xml"_s, u"b"_s},
-                                                            {u"/a/b\\c.xml"_s, u"c.xml"_s, u"c"_s},
-                                                            {u"a.b.xml"_s, u"a.b.xml"_s, u"a.b"_s},
-                                                            {u"/a.d/live"_s, u"live"_s, u"live"_s},
-                                                            {u"/a/.xml"_s, u".xml"_s, u""_s},
-                                                            {u"/a/b/"_s, u""_s, u""_s}};
+        // Of a path, with and without what follows the last dot.
+        const std::vector<std::array<QString, 3>> titles = {
+            {u""_s, u""_s, u""_s},
+            {u"Live.xml"_s, u"Live.xml"_s, u"Live"_s},
+            {u"C:\\a/b.xml"_s, u"b.xml"_s, u"b"_s},
+            {u"/a/b\\c.xml"_s, u"c.xml"_s, u"c"_s},
+            {u"a.b.xml"_s, u"a.b.xml"_s, u"a.b"_s},
+            {u"/a.d/live"_s, u"live"_s, u"live"_s},
+            {u"/a/.xml"_s, u".xml"_s, u""_s},
+            {u"/a/b/"_s, u""_s, u""_s}};
         for (const auto &[path, kept, cut] : titles) {
             QCOMPARE(FileTitle(path, true), kept);
             QCOMPARE(FileTitle(path), cut);

@@ -83,11 +83,12 @@ private slots:
 
     void inputs()
     {
-        const std::vector<std::tuple<QString, Qt::Key, QString>> cases = {// what is typed, and the answer
-                                                                          {{}, Qt::Key_Return, u"R&B"_s},
-                                                                          {u"Soul"_s, Qt::Key_Return, u"Soul"_s},
-                                                                          {u"Soul"_s, Qt::Key_Escape, {}},
-                                                                          {u"a\r\nb\tc"_s, Qt::Key_Return, u"abc"_s}};
+        // What is typed, and the answer.
+        const std::vector<std::tuple<QString, Qt::Key, QString>> cases = {
+            {{}, Qt::Key_Return, u"R&B"_s},
+            {u"Soul"_s, Qt::Key_Return, u"Soul"_s},
+            {u"Soul"_s, Qt::Key_Escape, {}},
+            {u"a\r\nb\tc"_s, Qt::Key_Return, u"abc"_s}};
         for (const auto &[typed, key, answer] : cases) {
             WhenOpen<QInputDialog>([&text = typed, &pressed = key](QInputDialog &dialog) {
                 QCOMPARE(dialog.windowTitle(), u"Title"_s);
@@ -142,12 +143,13 @@ private slots:
     {
         const QString isNew = u"\nThis file does not exist.\nDo you want to create it?"_s;
         const QString taken = u" already exists.\nDo you want to replace it?"_s;
-        const std::vector<std::array<QString, 3>> names = {// with the extension that they get, and the question
-                                                           {u"README"_s, u"README.txt"_s, isNew},
-                                                           {u"Vol. 2"_s, u"Vol. 2.txt"_s, isNew},
-                                                           {u"new.*"_s, u"new.*.txt"_s, isNew},
-                                                           {u"new.LOG"_s, u"new.LOG"_s, isNew},
-                                                           {u"taken"_s, u"taken.txt"_s, taken}};
+        // What is typed, the name that it gets, and the question.
+        const std::vector<std::array<QString, 3>> names = {
+            {u"README"_s, u"README.txt"_s, isNew},
+            {u"Vol. 2"_s, u"Vol. 2.txt"_s, isNew},
+            {u"new.*"_s, u"new.*.txt"_s, isNew},
+            {u"new.LOG"_s, u"new.LOG"_s, isNew},
+            {u"taken"_s, u"taken.txt"_s, taken}};
         for (const auto &[typed, saved, question] : names) {
             WhenOpen<QFileDialog>([&, &name = typed, text = saved + question](QFileDialog &dialog) {
                 WhenOpen<QMessageBox>([&, text](QMessageBox &box) {
