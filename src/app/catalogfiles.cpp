@@ -1,5 +1,6 @@
 #include "catalogfiles.h"
 
+#include "atomicfile.h"
 #include "failures.h"
 #include "modConvertTo12.h"
 #include "paths.h"
@@ -151,9 +152,18 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
 bool CatalogFiles::mnuFileSave_Click()
 {
     return Guarded(kModule, "mnuFileSave_Click", [this] {
-        const WaitCursor wait;
-        m_document.Save();
+        const QStringList lost = Save();
+        if (lost.isEmpty() || m_toldOf.contains(m_document.Path()))
+            return;
+        m_toldOf += m_document.Path();
+        TellWhatWasLost(m_prompts, m_document.Path(), lost);
     });
+}
+
+QStringList CatalogFiles::Save()
+{
+    const WaitCursor wait;
+    return m_document.Save();
 }
 
 bool CatalogFiles::OfferToSave()

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 class RecentCatalogs;
 class TreePane;
@@ -41,6 +42,7 @@ signals:
 private:
     bool Convert(const QString &path, const QString &companion);
     CatalogDocument::LoadResult Load(const QString &path);
+    QStringList Save();
     void ReplaceByEmptyDocument();
     void GoBack(const QString &failedPath);
 
@@ -48,4 +50,5 @@ private:
     TreePane &m_pane;
     RecentCatalogs &m_recent;
     UserPrompts &m_prompts;
+    QStringList m_toldOf; ///< catalogs of which a save could not keep everything
 };

@@ -78,7 +78,7 @@ void CatalogDocument::Clear()
     SetModified(false);
 }
 
-void CatalogDocument::Save()
+QStringList CatalogDocument::Save()
 {
     CleanXML(*m_file.document, [this](pugi::xml_node element) {
         if (!IsListingOf(Catalog(), element))
@@ -86,9 +86,10 @@ void CatalogDocument::Save()
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    SaveXml(*m_file.document, m_file.encoding, m_path);
+    const QStringList lost = SaveXml(*m_file.document, m_file.encoding, m_path);
     SetModified(false);
     emit saved();
+    return lost;
 }
 
 void CatalogDocument::WriteNewCatalog(const QString &path)

@@ -45,8 +45,9 @@ public:
     void Clear();
 
     /// Cleans the document, writes it to Path() and clears the modified flag. Throws ProgramError, or ReportedFailure
-    /// when the clean-up failed; the file is then as it was and the flag still set.
-    void Save();
+    /// when the clean-up failed; the file is then as it was and the flag still set. Returns what could not be kept of
+    /// the old file, in the user's words.
+    QStringList Save();
 
     /// Writes a new catalog without listings to a file; the document in memory is not touched. Throws ProgramError.
     static void WriteNewCatalog(const QString &path);

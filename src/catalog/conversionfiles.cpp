@@ -1,5 +1,6 @@
 #include "conversionfiles.h"
 
+#include "besidefile.h"
 #include "failures.h"
 #include "flatfile.h"
 #include "paths.h"
@@ -14,41 +15,33 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The file itself, there or not, when the path is a link to it: the link is to lead to the converted catalog.
-QString WithoutLinks(const QString &path)
-{
-    constexpr int kMaxLinks = 40;
-    QFileInfo info(path);
-    for (int links = 0; info.isSymbolicLink() && links < kMaxLinks; ++links)
-        info.setFile(info.symLinkTarget());
-    return info.filePath();
-}
-
 void Delete(const QString &path)
 {
     QFile file(path);
     if (!file.remove())
         throw ProgramError(Failure::Write, file.errorString() + u": "_s + QDir::toNativeSeparators(path));
+    FlushFolder(QFileInfo(path).absolutePath());
 }
 
-void Rename(const QString &from, const QString &to)
+/// The merged file takes the catalog's place, unless something else has come into being there.
+void PutInPlace(const ConversionFiles &files)
 {
-    QFile file(from);
-    if (!file.rename(to))
-        throw ProgramError(Failure::Write, file.errorString() + u": "_s + QDir::toNativeSeparators(to));
+    if (QFileInfo::exists(files.catalog))
+        throw ProgramError(Failure::Write, u"Destination file exists: "_s + QDir::toNativeSeparators(files.catalog));
+    RenameFile(files.merged, files.catalog);
+    FlushFolder(QFileInfo(files.catalog).absolutePath());
 }
 
 void BackUp(const QString &path, const QString &backup)
 {
-    WriteFileAtomically(backup, ReadWholeFile(path));
+    WriteFileAtomically(backup, ReadWholeFile(path), path);
 }
 
-void WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
+QStringList WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
 {
     // One that a conversion cut off earlier has left; write-protected, it could not be replaced.
     QFile::remove(files.merged);
-    SaveXml(*catalog.document, catalog.encoding, files.merged);
-    QFile::setPermissions(files.merged, QFile::permissions(files.catalog));
+    return SaveXml(*catalog.document, catalog.encoding, files.merged, files.catalog);
 }
 
 } // namespace
@@ -71,13 +64,15 @@ bool ConversionFiles::IsInBackupFolder() const
 
 /// Nothing is deleted before everything that is needed to go on lies on the disk. Once the catalog is gone, the merged
 /// file stays whatever happens: Complete goes on from there.
-void ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const
+QStringList
+ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const
 {
     auto dropMerged = qScopeGuard([this] { QFile::remove(merged); });
-    WriteMerged(mergedCatalog, *this);
+    const QStringList lost = WriteMerged(mergedCatalog, *this);
     stepDone(ConversionStep::MergedFileWritten);
     if (!QDir().mkpath(backupFolder))
         throw ProgramError(Failure::Write, u"Cannot make the folder "_s + backupFolder);
+    FlushFolder(QFileInfo(backupFolder).absolutePath());
     BackUp(catalog, catalogBackup);
     stepDone(ConversionStep::CatalogBackedUp);
     BackUp(user, userBackup);
@@ -87,8 +82,9 @@ void ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<
     stepDone(ConversionStep::CatalogDeleted);
     Delete(user);
     stepDone(ConversionStep::UserFileDeleted);
-    Rename(merged, catalog);
+    PutInPlace(*this);
     stepDone(ConversionStep::MergedFileRenamed);
+    return lost;
 }
 
 /// A merged file alone does not tell that the backups of its conversion were made; a user file that is not the one
@@ -104,5 +100,5 @@ void ConversionFiles::Complete() const
 {
     if (QFileInfo::exists(user))
         Delete(user);
-    Rename(merged, catalog);
+    PutInPlace(*this);
 }

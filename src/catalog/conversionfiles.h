@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -28,8 +29,8 @@ struct ConversionFiles
     bool IsInBackupFolder() const;
 
     /// Puts the merged catalog in the catalog's place, after both files were backed up. Throws ProgramError when a step
-    /// fails.
-    void Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const;
+    /// fails. Returns what could not be kept of the old catalog's file, in the user's words.
+    QStringList Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const;
 
     /// Whether a conversion was cut off after it had begun to delete.
     bool IsInterrupted() const;

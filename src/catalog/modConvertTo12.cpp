@@ -1,5 +1,6 @@
 #include "modConvertTo12.h"
 
+#include "atomicfile.h"
 #include "failures.h"
 #include "fields.h"
 #include "listingindex.h"
@@ -12,7 +13,6 @@
 #include <QScopeGuard>
 
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -150,8 +150,8 @@ void MergeUserData(pugi::xml_node catalog, pugi::xml_node user)
     AppendUsersListings(catalog, user, MergeListings(catalog, user));
 }
 
-/// Does the work; says why when there is none to do.
-std::optional<Refusal> Convert(const ConversionFiles &files, const ConversionObserver &observer)
+/// Does the work and returns what could not be kept of the old file; says why when there is none to do.
+std::variant<QStringList, Refusal> Convert(const ConversionFiles &files, const ConversionObserver &observer)
 {
     const auto working = [&observer](bool on) {
         if (observer.working)
@@ -166,11 +166,10 @@ std::optional<Refusal> Convert(const ConversionFiles &files, const ConversionObs
     const Input &loaded = std::get<Input>(input);
     MergeUserData(loaded.catalog.document->document_element(), loaded.user.document->document_element());
     CleanXML(*loaded.catalog.document);
-    files.Replace(loaded.catalog, [&observer](ConversionStep step) {
+    return files.Replace(loaded.catalog, [&observer](ConversionStep step) {
         if (observer.stepDone)
             observer.stepDone(step);
     });
-    return {};
 }
 
 } // namespace
@@ -189,10 +188,13 @@ bool ConvertFileTo12(
             u"Confirm conversion"_s, UserPrompts::Icon::Question, UserPrompts::Buttons::YesNo);
         if (answer != UserPrompts::Answer::Yes)
             return false;
-        const auto refusal = Convert(ConversionFiles(catalogPath, userPath), observer);
-        if (refusal)
+        const auto result = Convert(ConversionFiles(catalogPath, userPath), observer);
+        if (const auto *refusal = std::get_if<Refusal>(&result)) {
             prompts.Message(refusal->text, refusal->title, refusal->icon);
-        return !refusal;
+            return false;
+        }
+        TellWhatWasLost(prompts, catalogPath, std::get<QStringList>(result));
+        return true;
     });
     return converted.value_or(false);
 }

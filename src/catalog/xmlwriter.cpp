@@ -77,13 +77,14 @@ void FileWriter::Finish()
 
 } // namespace
 
-void SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path)
+QStringList
+SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like)
 {
-    AtomicFile file(path);
+    AtomicFile file(path, like);
     const QByteArray start = XmlEncoder(encoding).Start();
     file.Write(start.constData(), start.size());
     FileWriter writer(encoding, file);
     document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
     writer.Finish();
-    file.Commit();
+    return file.Commit();
 }

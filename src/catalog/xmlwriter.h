@@ -3,9 +3,12 @@
 #include <pugixml.hpp>
 
 #include <QString>
+#include <QStringList>
 
 struct XmlEncoding;
 
-/// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step;
-/// throws ProgramError with the old file untouched when that fails.
-void SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path);
+/// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step,
+/// with the permissions of the old one (or of `like`, where that is named); throws ProgramError with the old file
+/// untouched when that fails. Returns what could not be kept of the old file, in the user's words.
+QStringList
+SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like = {});

@@ -1,107 +1,62 @@
 #include "atomicfile.h"
 
 #include "failures.h"
+#include "fileattributes.h"
+#include "paths.h"
+#include "prompts.h"
 
 #include <QDir>
 #include <QFileInfo>
-
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-[[noreturn]] void ThrowWriteError(const QString &reason, const QString &path)
+QString CheckedTarget(const QString &path)
 {
-    throw ProgramError(Failure::Write, reason + u": "_s + QDir::toNativeSeparators(path));
+    const auto refuse = [&path](const QString &reason) {
+        throw ProgramError(Failure::Write, reason + u": "_s + QDir::toNativeSeparators(path));
+    };
+    if (path.isEmpty())
+        throw ProgramError(Failure::Write, u"No file name"_s);
+    const QFileInfo target(WithoutLinks(path));
+    if (target.isSymbolicLink())
+        refuse(u"A link that leads nowhere"_s);
+    if (target.isDir())
+        refuse(u"Filename refers to a directory"_s);
+    if (target.exists() && !target.isFile())
+        refuse(u"Not an ordinary file"_s);
+    if (target.exists() && !target.isWritable())
+        refuse(u"Permission denied"_s);
+    return target.filePath();
 }
 
-#ifdef Q_OS_UNIX
-
-// QSaveFile flushes to disk too, but overlooks that this fails. "Invalid" is the answer of file systems that cannot
-// flush.
-QString FlushToDisk(int handle)
+// What stands there now, or is to be copied.
+QString Model(const QString &path, const QString &like)
 {
-    return ::fsync(handle) == 0 || errno == EINVAL ? QString() : QString::fromLocal8Bit(std::strerror(errno));
+    const QString model = like.isEmpty() ? WithoutLinks(path) : like;
+    return QFileInfo::exists(model) ? model : QString();
 }
-
-// Makes the renaming last through a power cut. The file is in its place whether this succeeds or not, so that a failure
-// to save is not what to call it.
-void FlushFolder(const QString &folder)
-{
-    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    ::fsync(handle);
-    ::close(handle);
-}
-
-#else
-
-// QSaveFile::commit() flushes; there is no handle to do it by.
-QString FlushToDisk(int)
-{
-    return {};
-}
-
-// The renaming is journaled.
-void FlushFolder(const QString &) {}
-
-#endif
 
 } // namespace
 
-AtomicFile::AtomicFile(const QString &path) : m_file(path)
+AtomicFile::AtomicFile(const QString &path, const QString &like)
+    : m_like(Model(path, like)),
+      m_file(CheckedTarget(path), m_like.isEmpty() ? BesideFile::Rights::Usual : BesideFile::Rights::OwnerOnly)
 {
-    if (path.isEmpty())
-        throw ProgramError(Failure::Write, u"No file name"_s);
-    const QFileInfo target(path);
-    if (target.exists() && !target.isFile() && !target.isDir())
-        ThrowWriteError(u"Not an ordinary file"_s, path);
-    if (!m_file.open(QIODevice::WriteOnly))
-        ThrowWriteError(m_file.errorString(), path);
 }
 
-void AtomicFile::Write(const char *bytes, qsizetype size)
+QStringList AtomicFile::Commit()
 {
-    // A short write tells no reason; trying to write the rest does.
-    for (qsizetype at = 0; at < size;) {
-        const qint64 written = m_file.write(bytes + at, size - at);
-        if (written <= 0)
-            Fail();
-        at += written;
-    }
-    m_written += size;
+    QStringList lost = m_like.isEmpty() ? QStringList() : CopyAttributes(m_like, m_file.handle());
+    m_file.Place();
+    return lost;
 }
 
-void AtomicFile::Commit()
+void TellWhatWasLost(UserPrompts &prompts, const QString &path, const QStringList &lost)
 {
-    // A short write may show no error, and commit() looks at none of this: it would put a stump in the place of a good
-    // file.
-    if (!m_file.flush() || m_file.error() != QFileDevice::NoError || m_file.size() != m_written)
-        Fail();
-    const QString flushError = FlushToDisk(m_file.handle());
-    if (!flushError.isEmpty())
-        Fail(flushError);
-    if (!m_file.commit())
-        Fail();
-    FlushFolder(QFileInfo(m_file.fileName()).canonicalPath());
-}
-
-void AtomicFile::Fail()
-{
-    // When the buffer went to disk only in part, the reason shows with what is left of it.
-    m_file.flush();
-    Fail(m_file.error() == QFileDevice::NoError ? u"Not everything could be written"_s : m_file.errorString());
-}
-
-void AtomicFile::Fail(const QString &reason)
-{
-    m_file.cancelWriting();
-    ThrowWriteError(reason, m_file.fileName());
+    if (lost.isEmpty())
+        return;
+    const QString text = u"%1 was saved, but the system did not let these be kept of the file as it was: %2."_s;
+    prompts.Message(text.arg(FileTitle(path, true), lost.join(u", "_s)), u"Save"_s, UserPrompts::Icon::Information);
 }

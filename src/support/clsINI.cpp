@@ -109,7 +109,7 @@ void clsINI::KeepUnseen()
     if (m_seen != Seen::All && QFileInfo::exists(m_fileName)) {
         if (m_seen == Seen::Nothing)
             throw ProgramError(Failure::Write, u"The file could not be read and is not replaced"_s);
-        WriteFileAtomically(CopyName(m_fileName), ReadWholeFile(m_fileName));
+        WriteFileAtomically(CopyName(m_fileName), ReadWholeFile(m_fileName), m_fileName);
     }
     m_seen = Seen::All;
 }
@@ -135,9 +135,6 @@ void clsINI::LoadINI(const QString &FileName)
     if (FileName.isEmpty() || !QFileInfo::exists(FileName))
         return;
     m_seen = Seen::Nothing;
-    // Reading a pipe would wait for its other end, and a device may have none.
-    if (!QFileInfo(FileName).isFile())
-        throw ProgramError(Failure::Read, u"Not an ordinary file: "_s + QDir::toNativeSeparators(FileName));
     QString text = DecodeFlatText(ReadWholeFile(FileName));
     m_seen = Seen::Part;
     const QStringList lines = text.replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <array>
@@ -75,18 +76,24 @@ QString DecodeFlatText(const QByteArray &bytes)
 
 QByteArray ReadWholeFile(const QString &path)
 {
+    const auto fail = [&path](const QString &reason) {
+        throw ProgramError(Failure::Read, reason + u": "_s + QDir::toNativeSeparators(path));
+    };
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        fail(u"Not an ordinary file"_s);
     QFile file(path);
     QByteArray bytes;
     if (file.open(QIODevice::ReadOnly))
         bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        throw ProgramError(Failure::Read, file.errorString() + u": "_s + QDir::toNativeSeparators(path));
+        fail(file.errorString());
     return bytes;
 }
 
-void WriteFileAtomically(const QString &path, const QByteArray &bytes)
+void WriteFileAtomically(const QString &path, const QByteArray &bytes, const QString &like)
 {
-    AtomicFile file(path);
+    AtomicFile file(path, like);
     file.Write(bytes.constData(), bytes.size());
     file.Commit();
 }

@@ -11,12 +11,14 @@ QByteArray EncodeFlatText(const QString &text);
 /// the bytes are valid UTF-8 and Windows-1252 where they are not.
 QString DecodeFlatText(const QByteArray &bytes);
 
-/// Reads a whole file. Throws ProgramError with the system's reason.
+/// Reads a whole file, an ordinary one: reading a pipe would wait for its other end, and a device may have none. Throws
+/// ProgramError with the system's reason.
 QByteArray ReadWholeFile(const QString &path);
 
 /// Puts bytes into a file in one step: written beside it, flushed to disk, then renamed over it, keeping permissions
-/// and following a symbolic link. On failure the old file stays as it was and ProgramError gives the system's reason.
-void WriteFileAtomically(const QString &path, const QByteArray &bytes);
+/// (those of `like`, where that is named) and following a symbolic link. On failure the old file stays as it was and
+/// ProgramError gives the system's reason.
+void WriteFileAtomically(const QString &path, const QByteArray &bytes, const QString &like = {});
 
 /// The same for text, encoded by EncodeFlatText.
 void WriteFlatFile(const QString &path, const QString &text);

@@ -2,9 +2,18 @@
 #include "filesizelimit.h"
 #include "kit.h"
 
+#include <QScopedValueRollback>
+
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <cerrno>
+#include <cstdarg>
+#include <sys/syscall.h>
+#include <sys/xattr.h>
 #endif
 
 namespace {
@@ -24,6 +33,36 @@ QString WriteError(const QString &path, const QByteArray &piece, int pieces = 1)
 }
 
 } // namespace
+
+#ifdef Q_OS_LINUX
+
+namespace {
+bool g_hasNamelessFiles = true;
+bool g_keepsModes = true;
+} // namespace
+
+// The library's own, as on a file system that has no nameless files or no modes.
+extern "C" int open(const char *path, int flags, ...)
+{
+    if (!g_hasNamelessFiles && (flags & O_TMPFILE) == O_TMPFILE) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;
+    const auto handle = syscall(SYS_openat, AT_FDCWD, path, flags, mode);
+    va_end(more);
+    return static_cast<int>(handle);
+}
+
+extern "C" int fchmod(int handle, mode_t mode) noexcept
+{
+    errno = EPERM;
+    return g_keepsModes ? static_cast<int>(syscall(SYS_fchmod, handle, mode)) : -1;
+}
+
+#endif
 
 class TestFiles : public QObject
 {
@@ -159,17 +198,54 @@ private slots:
 
     void keepsPermissions()
     {
-        const auto mode = [this] {
+        const QByteArray path = QFile::encodeName(Target());
+        const auto mode = [&path] {
             struct stat info = {};
-            return stat(QFile::encodeName(Target()).constData(), &info) == 0 ? info.st_mode & 07777U : 0U;
+            return stat(path.constData(), &info) == 0 ? info.st_mode & 07777U : 0U;
         };
         const mode_t before = umask(027);
         WriteFileAtomically(Target(), "old");
         umask(before);
         QCOMPARE(mode(), 0640U);
-        QCOMPARE(chmod(QFile::encodeName(Target()).constData(), 0604), 0);
+        QCOMPARE(chmod(path.constData(), 0604), 0);
         WriteFileAtomically(Target(), "new");
         QCOMPARE(mode(), 0604U);
+#ifdef Q_OS_LINUX
+        const bool hasMore = setxattr(path.constData(), "user.note", "x", 1, 0) == 0;
+        WriteFileAtomically(m_folder->Path(u"copy"_s), "new", Target());
+        const QByteArray copy = QFile::encodeName(m_folder->Path(u"copy"_s));
+        QVERIFY(!hasMore || getxattr(copy.constData(), "user.note", nullptr, 0) == 1);
+        QCOMPARE(mode(), 0604U);
+        const QScopedValueRollback<bool> lost(g_keepsModes, false);
+        QCOMPARE(AtomicFile(Target()).Commit(), {u"its permissions"_s});
+        QCOMPARE(AtomicFile(Target()).Commit(), {});
+#endif
+    }
+#endif
+
+#ifdef Q_OS_LINUX
+    void namesOfUnfinishedFiles()
+    {
+        const QScopedValueRollback<bool> named(g_hasNamelessFiles, false);
+        AtomicFile saving(Target());
+        const QString held = Names().value(0);
+        const QStringList others = {u"target.backup"_s, QString(held).replace(u"target"_s, u"target2"_s)};
+        for (const QString &name : others + QStringList(held + u'0'))
+            QFile(m_folder->Path(name)).open(QIODevice::NewOnly);
+        WriteFileAtomically(Target(), "other");
+        QCOMPARE(Names(), QStringList({u"target"_s, others[0], held, others[1]}));
+        saving.Write("new", 3);
+        saving.Commit();
+        QCOMPARE(ReadWholeFile(Target()), "new");
+        QCOMPARE(Names(), QStringList({u"target"_s, others[0], others[1]}));
+    }
+
+    void longestName()
+    {
+        for (const bool nameless : {true, false}) {
+            const QScopedValueRollback<bool> mode(g_hasNamelessFiles, nameless);
+            QCOMPARE(WriteError(m_folder->Path(u"x"_s + QString(127, u'é')), "new"), QString());
+        }
     }
 #endif
 

@@ -1,0 +1,312 @@
+#include "besidefile.h"
+
+#include "failures.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#ifdef Q_OS_WIN
+#include <fcntl.h>
+#include <io.h>
+#include <qt_windows.h>
+#include <share.h>
+#include <sys/stat.h>
+#else
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+[[noreturn]] void ThrowWriteError(const QString &reason, const QString &path)
+{
+    throw ProgramError(Failure::Write, reason + u": "_s + QDir::toNativeSeparators(path));
+}
+
+[[noreturn]] void ThrowLastError(const QString &path)
+{
+    ThrowWriteError(QString::fromLocal8Bit(std::strerror(errno)), path);
+}
+
+// Together with the mark it stays below what any file system allows.
+QString CutName(QString name)
+{
+    constexpr qsizetype kLongest = 80;
+    while (QFile::encodeName(name).size() > kLongest || (!name.isEmpty() && name.back().isHighSurrogate()))
+        name.chop(1);
+    return name;
+}
+
+// What the names of all unfinished files of a target start with. The digest tells targets apart whose names were cut.
+QString UnfinishedMark(const QString &target)
+{
+    const QString name = QFileInfo(target).fileName();
+    const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Md5).toHex().first(8);
+    return u"%1.discbook-saving-%2-"_s.arg(CutName(name), QLatin1StringView(digest));
+}
+
+QString UnfinishedName(const QString &target)
+{
+    const QString number = QString::number(QRandomGenerator::global()->generate(), 16);
+    return QFileInfo(target).absolutePath() + u'/' + UnfinishedMark(target) + number;
+}
+
+#ifdef Q_OS_WIN
+
+const wchar_t *Native(const QString &path)
+{
+    return reinterpret_cast<const wchar_t *>(path.utf16());
+}
+
+void Rename(const QString &from, const QString &to)
+{
+    if (!MoveFileExW(Native(from), Native(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        ThrowWriteError(qt_error_string(), to);
+}
+
+int OpenNew(const QString &path, int)
+{
+    int handle = -1;
+    constexpr int kFlags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT;
+    _wsopen_s(&handle, Native(path), kFlags, _SH_DENYNO, _S_IREAD | _S_IWRITE);
+    return handle;
+}
+
+qint64 WriteSome(int handle, const char *bytes, qsizetype size)
+{
+    return _write(handle, bytes, static_cast<unsigned>(qMin<qsizetype>(size, 1 << 30)));
+}
+
+bool Flush(int handle)
+{
+    return _commit(handle) == 0;
+}
+
+// Nobody can remove a file that another process has open.
+void RemoveUnlessHeld(const QString &path)
+{
+    QFile::remove(path);
+}
+
+#else
+
+void Rename(const QString &from, const QString &to)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        ThrowLastError(to);
+}
+
+int OpenNew(const QString &path, int mode)
+{
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    return ::open(QFile::encodeName(path).constData(), kFlags, static_cast<mode_t>(mode));
+}
+
+qint64 WriteSome(int handle, const char *bytes, qsizetype size)
+{
+    return ::write(handle, bytes, static_cast<size_t>(size));
+}
+
+// "Invalid" is the answer of file systems that cannot flush.
+bool Flush(int handle)
+{
+    return ::fsync(handle) == 0 || errno == EINVAL;
+}
+
+void RemoveUnlessHeld(const QString &path)
+{
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    if (::flock(handle, LOCK_EX | LOCK_NB) == 0)
+        QFile::remove(path);
+    ::close(handle);
+}
+
+#endif
+
+// What killed saves of the target have left.
+void RemoveUnfinished(const QString &target)
+{
+    const QDir folder = QFileInfo(target).absoluteDir();
+    const QString mark = UnfinishedMark(target);
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
+        if (name.startsWith(mark))
+            RemoveUnlessHeld(folder.filePath(name));
+    }
+}
+
+} // namespace
+
+QString WithoutLinks(const QString &path)
+{
+    constexpr int kMaxLinks = 40;
+    QFileInfo info(path);
+    for (int links = 0; info.isSymbolicLink() && links < kMaxLinks; ++links)
+        info.setFile(info.symLinkTarget());
+    return info.filePath();
+}
+
+void RenameFile(const QString &from, const QString &to)
+{
+    Rename(from, to);
+}
+
+#ifdef Q_OS_WIN
+
+// Renaming and deleting are journaled.
+void FlushFolder(const QString &) {}
+
+#else
+
+void FlushFolder(const QString &folder)
+{
+    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+}
+
+#endif
+
+BesideFile::BesideFile(QString target, Rights rights) : m_target(std::move(target))
+{
+    const int mode = rights == Rights::Usual ? 0666 : 0600;
+    if (!OpenNameless(mode))
+        OpenNamed(mode);
+}
+
+BesideFile::~BesideFile()
+{
+    Close();
+    if (!m_path.isEmpty())
+        QFile::remove(m_path);
+}
+
+void BesideFile::Fail() const
+{
+    ThrowLastError(m_target);
+}
+
+void BesideFile::OpenNamed(int mode)
+{
+    constexpr int kTries = 100;
+    for (int i = 0; i < kTries; ++i) {
+        m_path = UnfinishedName(m_target);
+        m_handle = OpenNew(m_path, mode);
+        if (m_handle >= 0 && IsMine())
+            return;
+        if (m_handle < 0 && errno != EEXIST)
+            break;
+        Close();
+    }
+    m_path.clear();
+    Fail();
+}
+
+#ifdef Q_OS_WIN
+
+bool BesideFile::OpenNameless(int)
+{
+    return false;
+}
+
+bool BesideFile::IsMine() const
+{
+    return true;
+}
+
+// An open file cannot be renamed.
+void BesideFile::GiveName()
+{
+    Close();
+}
+
+void BesideFile::Close()
+{
+    if (m_handle >= 0)
+        _close(m_handle);
+    m_handle = -1;
+}
+
+#else
+
+bool BesideFile::OpenNameless(int mode)
+{
+#ifdef O_TMPFILE
+    // It gets its name by way of this folder.
+    if (::access("/proc/self/fd", X_OK) == 0) {
+        const QByteArray folder = QFile::encodeName(QFileInfo(m_target).absolutePath());
+        m_handle = ::open(folder.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, static_cast<mode_t>(mode));
+    }
+    return m_handle >= 0 && IsMine();
+#else
+    Q_UNUSED(mode)
+    return false;
+#endif
+}
+
+// Takes the lock. Between the making of a file and this, another save may have taken it for one that nobody holds.
+// Where there are no locks, nobody ever removes what a killed save has left.
+bool BesideFile::IsMine() const
+{
+    struct stat info = {};
+    ::flock(m_handle, LOCK_EX);
+    return m_path.isEmpty() || (::fstat(m_handle, &info) == 0 && info.st_nlink > 0);
+}
+
+void BesideFile::GiveName()
+{
+    if (!m_path.isEmpty())
+        return;
+    const QByteArray nameless = "/proc/self/fd/" + QByteArray::number(m_handle);
+    const QString path = UnfinishedName(m_target);
+    const QByteArray name = QFile::encodeName(path);
+    if (::linkat(AT_FDCWD, nameless.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) != 0)
+        Fail();
+    m_path = path;
+}
+
+void BesideFile::Close()
+{
+    if (m_handle >= 0)
+        ::close(m_handle);
+    m_handle = -1;
+}
+
+#endif
+
+// After a short write, trying to write the rest tells the reason.
+void BesideFile::Write(const char *bytes, qsizetype size)
+{
+    for (qsizetype at = 0; at < size;) {
+        const qint64 written = WriteSome(m_handle, bytes + at, size - at);
+        if (written < 0 && errno != EINTR)
+            Fail();
+        at += qMax<qint64>(written, 0);
+    }
+}
+
+void BesideFile::Place()
+{
+    if (!Flush(m_handle))
+        Fail();
+    GiveName();
+    RenameFile(m_path, m_target);
+    m_path.clear();
+    // The file is in its place whatever becomes of the rest, so that a failure to save is not what to call it.
+    FlushFolder(QFileInfo(m_target).absolutePath());
+    RemoveUnfinished(m_target);
+}
