@@ -1,5 +1,6 @@
 #include "mainmenu.h"
 
+#include "controls.h"
 #include "listkinds.h"
 
 using namespace Qt::StringLiterals;
@@ -138,5 +139,5 @@ void MainMenu::AddShortcutTexts()
 
 QString MenuText(const QString &text)
 {
-    return QString(text).replace(u'&', "&&"_L1);
+    return ShownCaption(text);
 }

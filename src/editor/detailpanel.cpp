@@ -2,6 +2,7 @@
 
 #include "browsetree.h"
 #include "catalogdocument.h"
+#include "controls.h"
 #include "failures.h"
 #include "keycodes.h"
 #include "modXMLSubs.h"
@@ -34,9 +35,9 @@ QString DateText(const QString &stored)
 }
 
 /// A group box takes "&" for the mark of an access key.
-QString FrameCaption(QString id)
+QString FrameCaption(const QString &id)
 {
-    return u"Recording Information for ID "_s + id.replace(u'&', "&&"_L1);
+    return u"Recording Information for ID "_s + ShownCaption(id);
 }
 
 } // namespace

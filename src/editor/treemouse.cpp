@@ -1,6 +1,7 @@
 #include "treemouse.h"
 
 #include "browsetreemodel.h"
+#include "controls.h"
 #include "detailpanel.h"
 #include "failures.h"
 #include "formatregistry.h"
@@ -19,7 +20,7 @@ QString MenuCaption(const QModelIndex &format)
     QString caption = format.data(FormatRegistry::PopupCaptionRole).toString();
     if (format.row() == 0)
         return caption;
-    return u'&' + caption.sliced(1).replace(u'&', "&&"_L1);
+    return u'&' + ShownCaption(caption.sliced(1));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "failures.h"
 #include "flatfile.h"
+#include "keyorder.h"
 #include "numbers.h"
 #include "prompts.h"
 
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -28,15 +28,6 @@ auto &At(List &list, int index)
     if (index < 0 || index >= static_cast<int>(list.size()))
         throw ProgramError(Failure::OutOfRange, u"Subscript out of range"_s);
     return list[static_cast<size_t>(index)];
-}
-
-// Whether a new key is inserted before an existing one. Between two numbers the existing one counts as a whole number;
-// a name that is none is ordinary text among numbers too.
-bool ComesBefore(const QString &newName, const QString &existing)
-{
-    if (IsNumeric(newName) && IsNumeric(existing))
-        return std::nearbyint(LeadingNumber(existing)) > LeadingNumber(newName);
-    return existing > newName;
 }
 
 // A line break inside a name or a value would make lines of its own when the file is read again: keys that nobody
@@ -138,9 +129,27 @@ void clsINI::LoadINI(const QString &FileName)
     QString text = DecodeFlatText(ReadWholeFile(FileName));
     m_seen = Seen::Part;
     const QStringList lines = text.replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
-    for (const QString &line : lines)
-        TakeLine(line);
+    QString slip;
+    for (auto line = lines.begin(); slip.isEmpty() && line != lines.end(); ++line)
+        slip = TakeLine(*line);
+    SortKeys();
+    if (!slip.isEmpty())
+        throw ProgramError(Failure::BadFile, Damage(slip));
     m_seen = Seen::All;
+}
+
+// A search for the place of each of very many keys would take minutes.
+void clsINI::SortKeys()
+{
+    for (Section &section : m_sections) {
+        std::vector<const QString *> names;
+        for (const Key &key : section.keys)
+            names.push_back(&key.name);
+        std::vector<Key> sorted;
+        for (const int place : KeyOrder(names))
+            sorted.push_back(std::move(At(section.keys, place)));
+        section.keys = std::move(sorted);
+    }
 }
 
 // What the report of a load that ended at a slip tells.
@@ -150,20 +159,22 @@ QString clsINI::Damage(const QString &slip) const
         .arg(slip, QDir::toNativeSeparators(m_fileName), QFileInfo(CopyName(m_fileName)).fileName());
 }
 
-void clsINI::TakeLine(const QString &line)
+// Returns the slip that ends the reading there, if it is one. Keys stay in the file's order.
+QString clsINI::TakeLine(const QString &line)
 {
     if (line.startsWith(u'[')) {
         if (line.size() == 1)
-            throw ProgramError(Failure::BadFile, Damage(u"A section without a name"_s));
+            return u"A section without a name"_s;
         AddSection(line.sliced(1, line.size() - 2));
-        return;
+        return {};
     }
     const qsizetype equals = line.indexOf(u'=');
     if (line.startsWith(u';') || equals < 0)
-        return;
+        return {};
     if (m_sections.empty())
-        throw ProgramError(Failure::BadFile, Damage(u"A key before the first section"_s));
-    AddKey(NumberOfSections() - 1, line.first(equals), line.sliced(equals + 1));
+        return u"A key before the first section"_s;
+    m_sections.back().keys.push_back({line.first(equals), line.sliced(equals + 1)});
+    return {};
 }
 
 void clsINI::DeleteSection(const QString &SectionName)

@@ -74,7 +74,8 @@ private:
     QString FileText() const;
     void KeepUnseen();
     QString Damage(const QString &slip) const;
-    void TakeLine(const QString &line);
+    QString TakeLine(const QString &line);
+    void SortKeys();
     int FindSection(const QString &name) const;
     int FindKey(int section, const QString &name) const;
     int AddSection(const QString &name);

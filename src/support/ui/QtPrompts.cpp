@@ -1,5 +1,6 @@
 #include "QtPrompts.h"
 
+#include "controls.h"
 #include "modCommonDialog.h"
 #include "modOpenFolder.h"
 #include "modaldialog.h"
@@ -75,7 +76,7 @@ UserPrompts::Answer QtPrompts::Message(const QString &text, const QString &title
     QMessageBox box(DialogOwner(m_mainWindow));
     box.setWindowTitle(title);
     box.setTextFormat(Qt::PlainText);
-    box.setText(WithPlainLineEnds(text));
+    box.setText(WithPlainLineEnds(ShownText(text)));
     box.setIcon(BoxIcon(icon));
     SetButtons(box, buttons);
     return AnswerOf(ShowModal(box));
@@ -86,7 +87,7 @@ QString QtPrompts::Input(const QString &prompt, const QString &title, const QStr
     QInputDialog dialog(DialogOwner(m_mainWindow));
     dialog.setWindowTitle(title);
     // The label belongs to the line edit, which makes "&" a mnemonic.
-    dialog.setLabelText(WithPlainLineEnds(prompt).replace(u"&"_s, u"&&"_s));
+    dialog.setLabelText(ShownCaption(WithPlainLineEnds(prompt)));
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog.setInputMode(QInputDialog::TextInput);
     dialog.findChild<QLineEdit *>()->setMaxLength(std::numeric_limits<int>::max());

@@ -4,6 +4,19 @@
 
 #include <utility>
 
+/// A text as it is shown, cut where nobody could read on: laying out one of many megabytes takes minutes.
+inline QString ShownText(const QString &text)
+{
+    constexpr qsizetype kMost = 2000;
+    return text.size() <= kMost ? text : text.first(kMost) + QChar(u'…');
+}
+
+/// The same where "&" marks an access key.
+inline QString ShownCaption(const QString &text)
+{
+    return ShownText(text).replace(u'&', QLatin1StringView("&&"));
+}
+
 /// Makes a control and gives it the name by which it is found. `arguments` are those that its constructor takes before
 /// the parent.
 template<class Control, class... Arguments>
