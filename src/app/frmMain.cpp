@@ -186,7 +186,7 @@ void frmMain::Form_Load()
 
 void frmMain::FindHelpFile()
 {
-    if (QFileInfo::exists(HelpFilePath()))
+    if (QFileInfo(HelpFilePath()).isFile())
         return;
     const QString name = ExecutableName() + u".chm"_s;
     m_menu.mnuHelpContents->setEnabled(false);

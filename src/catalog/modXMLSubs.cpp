@@ -2,6 +2,7 @@
 
 #include "failures.h"
 #include "fields.h"
+#include "flatfile.h"
 #include "numbers.h"
 #include "xmlcheck.h"
 
@@ -167,7 +168,7 @@ bool HasChildren(pugi::xml_node element)
 
 QString FromXml(const char *text)
 {
-    return QString::fromUtf8(text);
+    return FromUtf8(text);
 }
 
 QByteArray ToXml(const QString &text)
@@ -218,7 +219,7 @@ QString ElementText(pugi::xml_node element)
         return FromXml(first.value());
     std::string text;
     AppendText(element, text);
-    return QString::fromStdString(text);
+    return FromUtf8(text);
 }
 
 void SetElementText(pugi::xml_node element, const QString &text)

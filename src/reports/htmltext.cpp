@@ -1,5 +1,7 @@
 #include "htmltext.h"
 
+#include "flatfile.h"
+
 #include <QList>
 #include <QString>
 
@@ -73,7 +75,7 @@ void AppendHtmlText(std::string &page, std::string_view text)
         if (text.empty())
             return;
         const auto other = static_cast<size_t>(std::ranges::find_if(text, kIsAscii) - text.begin());
-        for (const uint character : QString::fromUtf8(text.data(), static_cast<qsizetype>(other)).toUcs4())
+        for (const uint character : FromUtf8(text.substr(0, other)).toUcs4())
             AppendCharacter(page, character);
         text.remove_prefix(other);
     }

@@ -2,6 +2,7 @@
 
 #include "failures.h"
 #include "fileattributes.h"
+#include "flatfile.h"
 #include "paths.h"
 #include "prompts.h"
 
@@ -35,7 +36,7 @@ QString CheckedTarget(const QString &path)
 QString Model(const QString &path, const QString &like)
 {
     const QString model = like.isEmpty() ? WithoutLinks(path) : like;
-    return QFileInfo::exists(model) ? model : QString();
+    return IsMissing(model) ? QString() : model;
 }
 
 } // namespace

@@ -97,7 +97,7 @@ void clsINI::SaveFile()
 // What the model does not hold of a file would be lost when the model replaces it.
 void clsINI::KeepUnseen()
 {
-    if (m_seen != Seen::All && QFileInfo::exists(m_fileName)) {
+    if (m_seen != Seen::All && !IsMissing(m_fileName)) {
         if (m_seen == Seen::Nothing)
             throw ProgramError(Failure::Write, u"The file could not be read and is not replaced"_s);
         WriteFileAtomically(CopyName(m_fileName), ReadWholeFile(m_fileName), m_fileName);
@@ -123,7 +123,7 @@ void clsINI::LoadINI(const QString &FileName)
     m_sections.clear();
     m_fileName = FileName;
     m_seen = Seen::All;
-    if (FileName.isEmpty() || !QFileInfo::exists(FileName))
+    if (FileName.isEmpty() || IsMissing(FileName))
         return;
     m_seen = Seen::Nothing;
     QString text = DecodeFlatText(ReadWholeFile(FileName));

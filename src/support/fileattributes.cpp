@@ -156,7 +156,7 @@ QStringList CopyAttributes(const QString &from, int handle)
     const QByteArray path = QFile::encodeName(from);
     struct stat other = {};
     if (::stat(path.constData(), &other) != 0)
-        return {};
+        return {u"its permissions"_s};
     const bool sameGroup = CopyOwner(other, handle);
     const bool sameList = CopyAccessList(path, handle, sameGroup);
     ::fchmod(handle, AllowedMode(other.st_mode, sameGroup, sameList));

@@ -9,6 +9,9 @@
 #include <QStringDecoder>
 
 #include <array>
+#include <filesystem>
+#include <string>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +75,21 @@ QString DecodeFlatText(const QByteArray &bytes)
     if (const auto marked = QStringConverter::encodingForData(bytes))
         return QStringDecoder(*marked).decode(bytes);
     return DecodeLocal(bytes);
+}
+
+QString FromUtf8(std::string_view utf8)
+{
+    // Of several Qt takes the first away.
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    const std::string marked = utf8.starts_with(kMark) ? std::string(kMark).append(utf8) : std::string();
+    const std::string_view whole = marked.empty() ? utf8 : marked;
+    return QString::fromUtf8(whole.data(), static_cast<qsizetype>(whole.size()));
+}
+
+bool IsMissing(const QString &path)
+{
+    std::error_code error;
+    return !std::filesystem::exists(QFileInfo(path).filesystemFilePath(), error) && !error;
 }
 
 QByteArray ReadWholeFile(const QString &path)

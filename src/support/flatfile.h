@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <string_view>
+
 /// Text of a flat file (settings, lists, logs) as bytes in the user's code page. What a Windows code page cannot hold
 /// makes the whole text UTF-8 with a byte-order mark; it never becomes "?".
 QByteArray EncodeFlatText(const QString &text);
@@ -10,6 +12,12 @@ QByteArray EncodeFlatText(const QString &text);
 /// Bytes of a flat file as text: a byte-order mark decides, else on Windows the user's code page, elsewhere UTF-8 where
 /// the bytes are valid UTF-8 and Windows-1252 where they are not.
 QString DecodeFlatText(const QByteArray &bytes);
+
+/// UTF-8 as text. A U+FEFF at its start is a character like any other there, not the mark of a file.
+QString FromUtf8(std::string_view utf8);
+
+/// Whether nothing is at that path. Where the system does not say, something may be.
+bool IsMissing(const QString &path);
 
 /// Reads a whole file, an ordinary one: reading a pipe would wait for its other end, and a device may have none. Throws
 /// ProgramError with the system's reason.

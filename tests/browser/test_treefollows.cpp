@@ -100,7 +100,8 @@ void Life::Step()
         types.Toggle(static_cast<int>(m_random() % 7));
         return Load();
     case 5:
-        return document.Save();
+        document.Save();
+        break;
     default:
         return Edit(listing);
     }

@@ -75,12 +75,12 @@ private slots:
         pugi::xml_document document;
         Parse(
             document,
-            "<Item Year=' 1994x'><Notes>a\\nb<x>c</x><!--d--><![CDATA[<e>]]> f</Notes><Notes>g</Notes></Item>");
+            "<Item Year=' 1994x'><Notes>\uFEFFa\\nb<x>c</x><!--d--><![CDATA[<e>]]> f</Notes><Notes>g</Notes></Item>");
         const pugi::xml_node item = document.first_child();
         QCOMPARE(ReadNumber(item, "Year"), 1994.0);
         QCOMPARE(ReadNumber(item, "Month"), 0.0);
         QCOMPARE(ReadAttribute(item, "Month"), QString());
-        QCOMPARE(ReadTextElement(item, "Notes"), u"a\r\nbc<e> f"_s);
+        QCOMPARE(ReadTextElement(item, "Notes"), u"\uFEFFa\r\nbc<e> f"_s);
         QCOMPARE(ReadTextElement(item, "Comment"), QString());
 
         WriteTextElement(item, "Notes", u"é\t"_s);

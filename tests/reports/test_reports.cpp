@@ -13,7 +13,7 @@ constexpr auto kShows = R"(
 2</Comment></Item>
 <Item ID='2' Type='Concert' Year='1994' Month='9' Venue='not held'/>
 <Item ID='3' Type='Concert' Year='1994' Month='10' Venue='wrong date' Format='FLAC' WrongDate='1'/>
-<Item ID='4' Type='Album' Year='1970' Venue='Caf&#233; &#x6771;&#x4EAC; &#x1F3B8;' Format='MP3'><SetList/></Item>)";
+<Item ID='4' Type='Album' Year='1970' Venue='Caf&#233; &#xFEFF;&#x6771;&#x4EAC; &#x1F3B8;' Format='MP3'><SetList/></Item>)";
 
 // What a box of the form adds begins with its letter; with a bar it is a row of text.
 constexpr auto kPage = R"(<html>
@@ -57,7 +57,7 @@ N:Notes:|one<br>two
 <tr>
     <td>Album</td>
     <td nowrap>1970</td>
-    <td nowrap>Caf&#233; &#26481;&#20140; &#127928;</td>
+    <td nowrap>Caf&#233; &#65279;&#26481;&#20140; &#127928;</td>
     <td></td>
     <td></td>
     <td></td>
