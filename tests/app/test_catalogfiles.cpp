@@ -2,6 +2,13 @@
 #include "program.h"
 #include "recentcatalogs.h"
 
+#include <QScopedValueRollback>
+#ifdef Q_OS_LINUX
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
 using Answer = UserPrompts::Answer;
 
 namespace {
@@ -19,7 +26,17 @@ QByteArray Recent(const QStringList &paths)
     return lines;
 }
 
+bool g_keepsModes = true;
+
 } // namespace
+
+#ifdef Q_OS_LINUX
+// The program's own, as on a file system without modes.
+extern "C" int fchmod(int handle, mode_t mode) noexcept
+{
+    return g_keepsModes ? static_cast<int>(syscall(SYS_fchmod, handle, mode)) : -1;
+}
+#endif
 
 class TestCatalogFiles : public QObject
 {
@@ -47,6 +64,22 @@ private slots:
             QVERIFY(program.Tree()->isEnabled() && !program.Item("mnuFileSave")->isEnabled());
         }
     }
+
+#ifdef Q_OS_LINUX
+    void whatASaveCannotKeepIsSaidOnce()
+    {
+        Program program(kLive);
+        const QScopedValueRollback<bool> lost(g_keepsModes, false);
+        program.prompts.ExpectMessage(u"Save"_s);
+        for (int i = 0; i < 2; ++i) {
+            QFile::setPermissions(program.folder.Path(u"Live.xml"_s), QFile::WriteOwner | QFile::ReadOther);
+            program.Edit();
+            program.Choose("mnuFileSave");
+            QVERIFY(!program.workspace->document.IsModified());
+        }
+        QVERIFY(program.prompts.LastAsked().text.startsWith(u"Live.xml was saved, "_s));
+    }
+#endif
 
     void theOpenCatalogIsNotTriedForEver()
     {
