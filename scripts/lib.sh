@@ -2,7 +2,7 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpugixml-dev libchm-dev fp-utils python3)
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpugixml-dev libxxhash-dev libchm-dev fp-utils python3)
 run_packages=(fonts-dejavu-core)
 headless_packages=(xvfb xdotool imagemagick)
 

@@ -86,10 +86,11 @@ QStringList CatalogDocument::Save()
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    const QStringList lost = SaveXml(*m_file.document, m_file.encoding, m_path);
+    SavedXml saving = SaveXml(*m_file.document, m_file.encoding, m_path);
+    m_file.digest = saving.digest;
     SetModified(false);
     emit saved();
-    return lost;
+    return saving.lost;
 }
 
 void CatalogDocument::WriteNewCatalog(const QString &path)

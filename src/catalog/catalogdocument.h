@@ -37,6 +37,9 @@ public:
     /// Gives up what was edited: the document is about to be replaced.
     void DropEdits() { SetModified(false); }
 
+    /// The digest of the file's whole content as it was loaded or last saved; 0 of an empty document.
+    quint64 ContentDigest() const { return m_file.digest; }
+
     /// Replaces the document by a file's. When that fails the document is as it was; the path and the modified flag are
     /// not touched either way.
     LoadResult Load(const QString &path);

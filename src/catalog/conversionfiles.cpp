@@ -41,7 +41,7 @@ QStringList WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
 {
     // One that a conversion cut off earlier has left; write-protected, it could not be replaced.
     QFile::remove(files.merged);
-    return SaveXml(*catalog.document, catalog.encoding, files.merged, files.catalog);
+    return SaveXml(*catalog.document, catalog.encoding, files.merged, files.catalog).lost;
 }
 
 } // namespace

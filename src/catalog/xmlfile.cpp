@@ -1,5 +1,6 @@
 #include "xmlfile.h"
 
+#include "contentdigest.h"
 #include "fields.h"
 #include "xmlcheck.h"
 
@@ -176,7 +177,13 @@ std::optional<XmlFile> LoadXml(const QString &path)
 {
     try {
         auto buffer = ReadFile(path);
-        return buffer ? Parse(std::move(*buffer)) : std::nullopt;
+        if (!buffer)
+            return std::nullopt;
+        const quint64 digest = ContentDigest(buffer->View());
+        auto file = Parse(std::move(*buffer));
+        if (file)
+            file->digest = digest;
+        return file;
     } catch (const std::bad_alloc &) {
         return std::nullopt;
     }

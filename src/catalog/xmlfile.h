@@ -14,6 +14,7 @@ struct XmlFile
 {
     std::unique_ptr<pugi::xml_document> document = std::make_unique<pugi::xml_document>();
     XmlEncoding encoding;
+    quint64 digest = 0; ///< of the bytes that are on the disk
 };
 
 /// Reads a file into a new tree that keeps everything but layout: declaration, comments, instructions, document type,

@@ -1,6 +1,7 @@
 #include "xmlwriter.h"
 
 #include "atomicfile.h"
+#include "contentdigest.h"
 #include "xmlencoding.h"
 
 #include <exception>
@@ -21,18 +22,22 @@ public:
           m_file(file)
     {
         m_buffer.reserve(kPiece);
+        WriteBytes(XmlEncoder(encoding).Start());
     }
 
     void write(const void *data, size_t size) override;
-    void Finish();
+    /// Writes what is still to be written, and returns the digest of everything.
+    quint64 Finish();
 
 private:
     void Append(std::string_view text);
     void WriteBuffer();
+    void WriteBytes(const QByteArray &bytes);
 
     XmlEncoder m_encoder;
     bool m_isUtf8;
     AtomicFile &m_file;
+    ContentDigester m_digester;
     QByteArray m_buffer;
     std::exception_ptr m_failure;
 };
@@ -64,27 +69,32 @@ void FileWriter::WriteBuffer()
 {
     if (!m_isUtf8)
         m_buffer = m_encoder.Encode(m_buffer);
-    m_file.Write(m_buffer.constData(), m_buffer.size());
+    WriteBytes(m_buffer);
     m_buffer.resize(0);
 }
 
-void FileWriter::Finish()
+void FileWriter::WriteBytes(const QByteArray &bytes)
+{
+    m_file.Write(bytes.constData(), bytes.size());
+    m_digester.Add(bytes);
+}
+
+quint64 FileWriter::Finish()
 {
     if (m_failure)
         std::rethrow_exception(m_failure);
     WriteBuffer();
+    return m_digester.Digest();
 }
 
 } // namespace
 
-QStringList
+SavedXml
 SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like)
 {
     AtomicFile file(path, like);
-    const QByteArray start = XmlEncoder(encoding).Start();
-    file.Write(start.constData(), start.size());
     FileWriter writer(encoding, file);
     document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
-    writer.Finish();
-    return file.Commit();
+    const quint64 digest = writer.Finish();
+    return {.digest = digest, .lost = file.Commit()};
 }

@@ -7,8 +7,15 @@
 
 struct XmlEncoding;
 
+/// What is to be known of a file that was saved.
+struct SavedXml
+{
+    quint64 digest = 0; ///< of its bytes
+    QStringList lost;   ///< what could not be kept of the old file, in the user's words
+};
+
 /// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step,
 /// with the permissions of the old one (or of `like`, where that is named); throws ProgramError with the old file
-/// untouched when that fails. Returns what could not be kept of the old file, in the user's words.
-QStringList
+/// untouched when that fails.
+SavedXml
 SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like = {});

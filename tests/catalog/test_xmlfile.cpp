@@ -1,3 +1,4 @@
+#include "contentdigest.h"
 #include "filesizelimit.h"
 #include "kit.h"
 #include "xmlcheck.h"
@@ -220,8 +221,10 @@ private:
         const auto file = Load(bytes);
         if (!file)
             return "(refused)";
-        SaveXml(*file->document, file->encoding, m_folder.Path(u"saved.xml"_s));
-        return m_folder.Read(u"saved.xml"_s);
+        const quint64 digest = SaveXml(*file->document, file->encoding, m_folder.Path(u"saved.xml"_s)).digest;
+        QByteArray saved = m_folder.Read(u"saved.xml"_s);
+        const bool told = file->digest == ContentDigest(bytes) && digest == ContentDigest(saved);
+        return told ? saved : "(another digest)";
     }
 
     /// What is read and written comes out in a certain form, and in that form again.
