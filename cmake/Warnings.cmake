@@ -9,7 +9,9 @@ else()
   target_compile_options(discbook_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     -Wno-trigraphs # unknown dates read "????-??-??"; C++20 has no trigraphs any more
-    $<$<BOOL:${DISCBOOK_WERROR}>:-Werror>)
+    $<$<BOOL:${DISCBOOK_WERROR}>:-Werror>
+    # No function is replaced from outside, so GCC may inline those of one file into one another.
+    $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
 endif()
 
 if(DISCBOOK_SANITIZE)

@@ -24,6 +24,20 @@ constexpr auto kTotalsGap = "       "_L1;
 constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
 
+/// How many listings of a group have each picture.
+std::vector<std::pair<QString, int>> CountPictures(const BrowseTreeModel::Group &group)
+{
+    std::vector<std::pair<QString, int>> counts;
+    for (const auto &listing : group.InAnyOrder()) {
+        // There are few pictures, so this is quicker than a hash.
+        auto count = std::ranges::find(counts, listing->picture, &std::pair<QString, int>::first);
+        if (count == counts.end())
+            count = counts.insert(count, {listing->picture, 0});
+        ++count->second;
+    }
+    return counts;
+}
+
 QString ToText(std::string_view ascii)
 {
     return QString::fromLatin1(ascii.data(), static_cast<qsizetype>(ascii.size()));
@@ -52,43 +66,43 @@ void BrowseTree::LoadTypeMenu()
 
 bool BrowseTree::LoadShows()
 {
-    return Guarded(kModule, "LoadShows", [this] {
-        std::vector<pugi::xml_node> listings;
-        listings.reserve(static_cast<size_t>(m_document.NumberOfListings()));
-        for (const pugi::xml_node listing : m_document.Catalog().children(Element::kItem))
-            listings.push_back(listing);
-        LoadShowList(listings);
-    });
+    return Guarded(kModule, "LoadShows", [this] { Load(m_document.Catalog().children(Element::kItem)); });
 }
 
 bool BrowseTree::LoadShowList(const std::vector<pugi::xml_node> &listings)
 {
+    return Load(listings);
+}
+
+template<class Listings>
+bool BrowseTree::Load(const Listings &listings)
+{
     m_model.BeginLoad();
     // What was added is shown even when a later listing failed.
-    const bool added = m_types.ChangeTogether([&] { return AddListings(listings); });
+    const bool added = m_types.ChangeTogether([&] {
+        return Guarded(kModule, "LoadShowList", [&] {
+            for (const pugi::xml_node listing : listings)
+                AddShowToTree(listing);
+        });
+    });
     for (const auto &group : m_model.Groups())
         AddYearCount(*group);
     m_model.EndLoad();
+    m_knownGroups.clear();
     return added;
-}
-
-bool BrowseTree::AddListings(const std::vector<pugi::xml_node> &listings)
-{
-    return Guarded(kModule, "LoadShowList", [&] {
-        for (const pugi::xml_node listing : listings)
-            AddShowToTree(listing);
-    });
 }
 
 BrowseTree::Listing *BrowseTree::AddShowToTree(pugi::xml_node listing)
 {
     return Reported(kModule, "AddShowToTree", [&]() -> Listing * {
         Group *group = VerifyParentNode(listing);
-        if (!group || (!m_options.showWrongDate && IsWrongDate(listing)))
+        const bool isWrongDate = IsWrongDate(listing);
+        if (!group || (!m_options.showWrongDate && isWrongDate))
             return nullptr;
-        if (!IsShownByFilter(m_formats.FormatClass(ReadAttribute(listing, Field::kFormat))))
+        const int format = m_formats.FindOrAddFormat({listing.attribute(Field::kFormat).value()});
+        if (!IsShownByFilter(m_formats.ClassAt(format)))
             return nullptr;
-        return &m_model.AddListing(*group, listing, ReadAttribute(listing, Field::kId), PictureOf(listing));
+        return &m_model.AddListing(*group, listing, m_formats.ShowImageKeyAt(format, isWrongDate));
     });
 }
 
@@ -116,20 +130,26 @@ bool BrowseTree::IsShownByFilter(FormatKind kind) const
 
 BrowseTree::Group *BrowseTree::VerifyParentNode(pugi::xml_node listing)
 {
-    return Reported(kModule, "VerifyParentNode", [&] { return GroupFor(listing); });
+    const TypeAndYear place{{listing.attribute(Field::kType).value()}, {listing.attribute(Field::kYear).value()}};
+    return Reported(kModule, "VerifyParentNode", [&] {
+        if (!m_model.IsLoading())
+            return FindOrAddGroup(place);
+        if (const auto known = m_knownGroups.constFind(place); known != m_knownGroups.cend())
+            return *known;
+        return *m_knownGroups.insert(place, FindOrAddGroup(place));
+    });
 }
 
-BrowseTree::Group *BrowseTree::GroupFor(pugi::xml_node listing)
+BrowseTree::Group *BrowseTree::FindOrAddGroup(const TypeAndYear &place)
 {
-    const char *const typeName = listing.attribute(Field::kType).value();
-    const int builtIn = FindBuiltInType(typeName);
+    const int builtIn = FindBuiltInType(place.type.text);
     if (builtIn < 0)
-        return GroupOfOwnType(FromXml(typeName));
+        return GroupOfOwnType(FromXml(place.type.text));
     if (!m_types.IsShown(builtIn))
         return nullptr;
     const RecordingType &type = kBuiltInTypes[static_cast<size_t>(builtIn)];
     if (type.group.empty()) {
-        const QString year = NumberText(ReadNumber(listing, Field::kYear));
+        const QString year = NumberText(LeadingNumber(std::string_view(place.year.text)));
         return AddNode(u'y' + year, year, u"Closed"_s);
     }
     const QString group = ToText(type.group);
@@ -161,14 +181,14 @@ void BrowseTree::AddYearCount(Group &group)
         int lossless = 0;
         int lossy = 0;
         int all = 0;
-        for (const auto &listing : group.listings) {
-            if (listing->picture == "WrongDate"_L1)
+        for (const auto &[picture, count] : CountPictures(group)) {
+            if (picture == kWrongDatePicture)
                 continue;
-            ++all;
-            if (listing->picture == "Unchecked"_L1)
+            all += count;
+            if (picture == kUncheckedPicture)
                 continue;
-            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(listing->picture));
-            ++(kind == FormatKind::Lossless ? lossless : lossy);
+            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(picture));
+            (kind == FormatKind::Lossless ? lossless : lossy) += count;
         }
         const QString name = group.text.section(kTotalsGap, 0, 0);
         m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));
@@ -186,7 +206,7 @@ void BrowseTree::UpdateListName(Listing &listing)
         Group *group = VerifyParentNode(listing.element);
         Group &oldGroup = *listing.group;
         m_model.PlaceListing(listing, group ? *group : oldGroup);
-        if (oldGroup.listings.empty())
+        if (oldGroup.InAnyOrder().empty())
             m_model.RemoveGroup(oldGroup);
     });
 }
@@ -203,7 +223,7 @@ QString BrowseTree::PictureOf(pugi::xml_node listing)
 
 BrowseTree::Listing *BrowseTree::FindNode(pugi::xml_node listing) const
 {
-    Listing *node = m_model.FindListing(ReadAttribute(listing, Field::kId));
+    Listing *node = m_model.FindListing(listing);
     return node && node->element == listing ? node : nullptr;
 }
 

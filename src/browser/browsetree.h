@@ -4,6 +4,7 @@
 #include "formatregistry.h"
 #include "viewoptions.h"
 
+#include <QHash>
 #include <QObject>
 
 #include <vector>
@@ -61,8 +62,19 @@ public:
     qsizetype ShownCount() const { return m_model.NumberOfListings(); }
 
 private:
-    bool AddListings(const std::vector<pugi::xml_node> &listings);
-    Group *GroupFor(pugi::xml_node listing);
+    /// What decides on a listing's group, as it stands in the document.
+    struct TypeAndYear
+    {
+        TextKey type;
+        TextKey year;
+
+        friend bool operator==(const TypeAndYear &, const TypeAndYear &) = default;
+        friend size_t qHash(const TypeAndYear &key, size_t seed) { return qHash(key.type, qHash(key.year, seed)); }
+    };
+
+    template<class Listings>
+    bool Load(const Listings &listings);
+    Group *FindOrAddGroup(const TypeAndYear &place);
     Group *GroupOfOwnType(const QString &typeName);
     Group *AddNode(const QString &key, const QString &text, const QString &picture);
     bool IsShownByFilter(FormatKind kind) const;
@@ -76,4 +88,6 @@ private:
     ShownTypes &m_types;
     const ViewOptions &m_options;
     BrowseTreeModel m_model;
+    /// The groups that a load has found so far; null where listings are not shown.
+    QHash<TypeAndYear, Group *> m_knownGroups;
 };

@@ -1,41 +1,43 @@
 #include "browsetreemodel.h"
 
+#include "fields.h"
+#include "flatfile.h"
 #include "labels.h"
+#include "modXMLSubs.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The place of a node among its siblings: by text, and equal texts in the order in which they came.
+/// The place of a listing among its siblings: by label, and equal labels in the order in which they came.
 struct Place
 {
-    const std::string &sortKey;
+    std::string sortKey;
     quint32 order;
 
-    template<class Node>
-    explicit Place(const std::unique_ptr<Node> &node) : sortKey(node->sortKey),
-                                                        order(node->order)
+    explicit Place(const BrowseTreeModel::Listing &listing)
+        : sortKey(SortKey(ListingLabelUtf8(listing.element))),
+          order(listing.order)
     {
     }
-    Place(const std::string &key, quint32 number) : sortKey(key), order(number) {}
-
-    bool operator<(const Place &other) const
-    {
-        const int compared = sortKey.compare(other.sortKey);
-        return compared != 0 ? compared < 0 : order < other.order;
-    }
+    auto operator<=>(const Place &) const = default;
 };
 
-constexpr auto kInTextOrder = [](const auto &a, const auto &b) { return Place(a) < Place(b); };
-
-/// The row at which a place stands, or would stand, in a sorted list.
-template<class Node>
-int RowFor(const std::vector<std::unique_ptr<Node>> &nodes, const Place &place)
+/// Where a place stands, or would stand, in a part of a list that is in order.
+template<class Iterator>
+Iterator FindPlace(Iterator first, Iterator last, const Place &place)
 {
-    const auto before = [](const std::unique_ptr<Node> &node, const Place &wanted) { return Place(node) < wanted; };
-    return static_cast<int>(std::lower_bound(nodes.begin(), nodes.end(), place, before) - nodes.begin());
+    return std::lower_bound(
+        first, last, place, [](const auto &listing, const Place &wanted) { return Place(*listing) < wanted; });
+}
+
+const char *IdOf(pugi::xml_node listing)
+{
+    return listing.attribute(Field::kId).value();
 }
 
 /// A listing's label, cut where it is far too long for any line.
@@ -44,12 +46,41 @@ QString ShownLabel(pugi::xml_node listing)
     constexpr qsizetype kLongestCharacter = 4; // bytes of UTF-8
     constexpr qsizetype kShown = BrowseTreeModel::kShownLabelLength;
     const std::string label = ListingLabelUtf8(listing);
-    const auto size = static_cast<qsizetype>(label.size());
-    const QString shown = QString::fromUtf8(label.data(), qMin(size, (kShown + 1) * kLongestCharacter));
+    const QString shown = FromUtf8(std::string_view(label).substr(0, (kShown + 1) * kLongestCharacter));
     return shown.size() <= kShown ? shown : QString(shown.first(kShown) + u'…');
 }
 
 } // namespace
+
+QString BrowseTreeModel::Listing::Id() const
+{
+    return ReadAttribute(element, Field::kId);
+}
+
+const BrowseTreeModel::Listings &BrowseTreeModel::Group::InOrder() const
+{
+    if (m_isInOrder)
+        return m_listings;
+    // Every label is made once.
+    std::vector<std::pair<Place, std::unique_ptr<Listing> *>> placed;
+    placed.reserve(m_listings.size());
+    for (auto &listing : m_listings)
+        placed.emplace_back(Place(*listing), &listing);
+    std::ranges::sort(placed);
+    Listings ordered;
+    ordered.reserve(placed.size());
+    for (const auto &[place, listing] : placed)
+        ordered.push_back(std::move(*listing));
+    m_listings = std::move(ordered);
+    m_isInOrder = true;
+    return m_listings;
+}
+
+BrowseTreeModel::Listings &BrowseTreeModel::Group::Ordered()
+{
+    InOrder();
+    return m_listings;
+}
 
 BrowseTreeModel::BrowseTreeModel(const PictureList &pictures) : m_pictures(pictures) {}
 
@@ -71,9 +102,8 @@ void BrowseTreeModel::BeginLoad()
 
 void BrowseTreeModel::EndLoad()
 {
-    for (const auto &group : m_nodes.groups)
-        std::ranges::sort(group->listings, kInTextOrder);
-    std::ranges::sort(m_nodes.groups, kInTextOrder);
+    std::ranges::stable_sort(
+        m_nodes.groups, {}, [](const auto &group) -> const auto & { return group->m_sortKey; });
     RenumberGroups(0);
     beginResetModel();
     m_loading = false;
@@ -90,44 +120,47 @@ BrowseTreeModel::Group &BrowseTreeModel::AddGroup(const QString &key, const QStr
     group.key = key;
     group.text = text;
     group.picture = picture;
-    group.sortKey = SortKey(text.toStdString());
-    group.order = m_nextOrder++;
+    group.m_sortKey = SortKey(text.toStdString());
     m_nodes.groupsByKey.insert(key, &group);
     if (m_loading) {
         m_nodes.groups.push_back(std::move(added));
         return group;
     }
-    const int row = RowFor(m_nodes.groups, {group.sortKey, group.order});
+    const auto byKey = [](const auto &one) -> const auto &
+    {
+        return one->m_sortKey;
+    };
+    const auto at = std::ranges::upper_bound(m_nodes.groups, group.m_sortKey, {}, byKey);
+    const auto row = static_cast<int>(at - m_nodes.groups.begin());
     beginInsertRows({}, row, row);
-    m_nodes.groups.insert(m_nodes.groups.begin() + row, std::move(added));
+    m_nodes.groups.insert(at, std::move(added));
     RenumberGroups(static_cast<size_t>(row));
     endInsertRows();
     return group;
 }
 
-BrowseTreeModel::Listing &
-BrowseTreeModel::AddListing(Group &group, pugi::xml_node element, const QString &id, const QString &picture)
+BrowseTreeModel::Listing &BrowseTreeModel::AddListing(Group &group, pugi::xml_node element, const QString &picture)
 {
-    Listing *&entry = m_nodes.listingsById[id];
-    if (entry)
-        return *entry;
+    if (Listing *existing = FindListing(element))
+        return *existing;
 
     auto added = std::make_unique<Listing>();
     Listing &listing = *added;
-    entry = &listing;
     listing.element = element;
-    listing.id = id;
     listing.picture = picture;
-    listing.sortKey = SortKey(ListingLabelUtf8(element));
     listing.group = &group;
     listing.order = m_nextOrder++;
+    m_nodes.listingsById.Insert(IdOf(element), &listing);
     if (m_loading) {
-        group.listings.push_back(std::move(added));
+        group.m_listings.push_back(std::move(added));
+        group.m_isInOrder = false;
         return listing;
     }
-    const int row = RowFor(group.listings, {listing.sortKey, listing.order});
+    Listings &listings = group.Ordered();
+    const auto at = FindPlace(listings.begin(), listings.end(), Place(listing));
+    const auto row = static_cast<int>(at - listings.begin());
     beginInsertRows(IndexOf(group), row, row);
-    group.listings.insert(group.listings.begin() + row, std::move(added));
+    listings.insert(at, std::move(added));
     endInsertRows();
     return listing;
 }
@@ -135,45 +168,46 @@ BrowseTreeModel::AddListing(Group &group, pugi::xml_node element, const QString 
 void BrowseTreeModel::PlaceListing(Listing &listing, Group &group)
 {
     const int oldRow = RowOf(listing);
-    std::string sortKey = SortKey(ListingLabelUtf8(listing.element));
     if (&group != listing.group)
-        MoveToGroup(listing, oldRow, group, std::move(sortKey));
-    else if (sortKey != listing.sortKey)
-        MoveWithinGroup(listing, oldRow, std::move(sortKey));
+        MoveToGroup(listing, oldRow, group);
+    else
+        MoveWithinGroup(listing, oldRow);
     const QModelIndex index = IndexOf(listing);
     emit dataChanged(index, index);
 }
 
-void BrowseTreeModel::MoveToGroup(Listing &listing, int oldRow, Group &group, std::string sortKey)
+void BrowseTreeModel::MoveToGroup(Listing &listing, int oldRow, Group &group)
 {
     Group &oldGroup = *listing.group;
-    const int newRow = RowFor(group.listings, {sortKey, listing.order});
+    Listings &from = oldGroup.Ordered();
+    Listings &to = group.Ordered();
+    const auto at = FindPlace(to.begin(), to.end(), Place(listing));
+    const auto newRow = static_cast<int>(at - to.begin());
     beginMoveRows(IndexOf(oldGroup), oldRow, oldRow, IndexOf(group), newRow);
-    std::unique_ptr<Listing> held = std::move(oldGroup.listings[static_cast<size_t>(oldRow)]);
-    oldGroup.listings.erase(oldGroup.listings.begin() + oldRow);
-    listing.sortKey = std::move(sortKey);
+    std::unique_ptr<Listing> held = std::move(from[static_cast<size_t>(oldRow)]);
+    from.erase(from.begin() + oldRow);
     listing.group = &group;
-    group.listings.insert(group.listings.begin() + newRow, std::move(held));
+    to.insert(at, std::move(held));
     endMoveRows();
 }
 
-void BrowseTreeModel::MoveWithinGroup(Listing &listing, int oldRow, std::string sortKey)
+void BrowseTreeModel::MoveWithinGroup(Listing &listing, int oldRow)
 {
-    auto &listings = listing.group->listings;
-    // Found in the list that still holds the listing under its old key, which is how a move names its destination too.
-    const int destination = RowFor(listings, {sortKey, listing.order});
-    const bool staysPut = destination == oldRow || destination == oldRow + 1;
-    const QModelIndex parent = IndexOf(*listing.group);
-    if (!staysPut)
-        beginMoveRows(parent, oldRow, oldRow, parent, destination);
-    listing.sortKey = std::move(sortKey);
+    Listings &listings = listing.group->Ordered();
+    // All but the listing itself are still in order: its place is before it or behind.
     const auto at = listings.begin() + oldRow;
-    if (destination > oldRow)
-        std::rotate(at, at + 1, listings.begin() + destination);
+    const Place place(listing);
+    const bool goesUp = at != listings.begin() && place < Place(**std::prev(at));
+    const auto to = goesUp ? FindPlace(listings.begin(), at, place) : FindPlace(at + 1, listings.end(), place);
+    if (to == at + 1)
+        return;
+    const QModelIndex parent = IndexOf(*listing.group);
+    beginMoveRows(parent, oldRow, oldRow, parent, static_cast<int>(to - listings.begin()));
+    if (goesUp)
+        std::rotate(to, at, at + 1);
     else
-        std::rotate(listings.begin() + destination, at, at + 1);
-    if (!staysPut)
-        endMoveRows();
+        std::rotate(at, at + 1, to);
+    endMoveRows();
 }
 
 void BrowseTreeModel::RemoveListing(Listing &listing)
@@ -181,18 +215,18 @@ void BrowseTreeModel::RemoveListing(Listing &listing)
     Group &group = *listing.group;
     const int row = RowOf(listing);
     beginRemoveRows(IndexOf(group), row, row);
-    m_nodes.listingsById.remove(listing.id);
-    group.listings.erase(group.listings.begin() + row);
+    m_nodes.listingsById.Remove(IdOf(listing.element));
+    group.m_listings.erase(group.m_listings.begin() + row);
     endRemoveRows();
 }
 
 void BrowseTreeModel::RemoveGroup(Group &group)
 {
-    const int row = group.row;
+    const int row = group.m_row;
     beginRemoveRows({}, row, row);
     m_nodes.groupsByKey.remove(group.key);
-    for (const auto &listing : group.listings)
-        m_nodes.listingsById.remove(listing->id);
+    for (const auto &listing : group.InAnyOrder())
+        m_nodes.listingsById.Remove(IdOf(listing->element));
     m_nodes.groups.erase(m_nodes.groups.begin() + row);
     RenumberGroups(static_cast<size_t>(row));
     endRemoveRows();
@@ -228,7 +262,12 @@ BrowseTreeModel::Group *BrowseTreeModel::FindGroup(const QString &key) const
 
 BrowseTreeModel::Listing *BrowseTreeModel::FindListing(const QString &id) const
 {
-    return m_nodes.listingsById.value(id);
+    return m_nodes.listingsById.Find(id.toUtf8().constData());
+}
+
+BrowseTreeModel::Listing *BrowseTreeModel::FindListing(pugi::xml_node element) const
+{
+    return m_nodes.listingsById.Find(IdOf(element));
 }
 
 BrowseTreeModel::Group *BrowseTreeModel::GroupAt(const QModelIndex &index) const
@@ -243,12 +282,12 @@ BrowseTreeModel::Listing *BrowseTreeModel::ListingAt(const QModelIndex &index) c
     if (!index.isValid() || !index.internalPointer())
         return nullptr;
     const auto *group = static_cast<const Group *>(index.constInternalPointer());
-    return group->listings[static_cast<size_t>(index.row())].get();
+    return group->InOrder()[static_cast<size_t>(index.row())].get();
 }
 
 QModelIndex BrowseTreeModel::IndexOf(const Group &group) const
 {
-    return createIndex(group.row, 0);
+    return createIndex(group.m_row, 0);
 }
 
 QModelIndex BrowseTreeModel::IndexOf(const Listing &listing) const
@@ -258,19 +297,21 @@ QModelIndex BrowseTreeModel::IndexOf(const Listing &listing) const
 
 int BrowseTreeModel::RowOf(const Listing &listing) const
 {
-    return RowFor(listing.group->listings, {listing.sortKey, listing.order});
+    const Listings &listings = listing.group->InOrder();
+    const auto at = std::ranges::find(listings, &listing, &std::unique_ptr<Listing>::get);
+    return static_cast<int>(at - listings.begin());
 }
 
 void BrowseTreeModel::RenumberGroups(size_t from)
 {
     for (size_t row = from; row < m_nodes.groups.size(); ++row)
-        m_nodes.groups[row]->row = static_cast<int>(row);
+        m_nodes.groups[row]->m_row = static_cast<int>(row);
 }
 
 QString BrowseTreeModel::NodeKey(const QModelIndex &index) const
 {
     if (const Listing *listing = ListingAt(index))
-        return u's' + listing->id;
+        return u's' + listing->Id();
     const Group *group = GroupAt(index);
     return group ? group->key : QString();
 }
@@ -303,7 +344,7 @@ int BrowseTreeModel::rowCount(const QModelIndex &parent) const
     if (!parent.isValid())
         return static_cast<int>(m_nodes.groups.size());
     const Group *group = GroupAt(parent);
-    return group ? static_cast<int>(group->listings.size()) : 0;
+    return group ? static_cast<int>(group->InAnyOrder().size()) : 0;
 }
 
 int BrowseTreeModel::columnCount(const QModelIndex & /*parent*/) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "idmap.h"
 #include "picturelist.h"
 
 #include <pugixml.hpp>
@@ -16,37 +17,50 @@
 /// order.
 ///
 /// Keys of groups and keys of listings ("s" + ID) are two spaces, so a type called "s5" is never taken for a listing.
-/// The label of a listing is read from its element whenever it is shown; the model keeps only the key by which it
-/// sorts.
+/// The label of a listing is read from its element whenever it is shown or compared; the model keeps none. Whoever
+/// edits an element tells the model before it is asked for anything else (PlaceListing).
 ///
-/// A bulk load builds aside (BeginLoad, EndLoad) and shows the result in one reset with each group sorted once; outside
-/// of it, every operation is one row's worth of work.
+/// A bulk load builds aside (BeginLoad, EndLoad) and shows the result in one reset. A group is put in order when its
+/// listings are first asked for, most of them never; from then on, every operation is one row's worth of work.
 class BrowseTreeModel : public QAbstractItemModel
 {
     Q_OBJECT
 
 public:
-    struct Group;
+    class Group;
 
     struct Listing
     {
         pugi::xml_node element;
-        QString id;
         QString picture; ///< picture key
-        std::string sortKey;
         Group *group = nullptr;
         quint32 order = 0; ///< equal labels stand in the order in which they came
-    };
 
-    struct Group
+        QString Id() const;
+    };
+    using Listings = std::vector<std::unique_ptr<Listing>>;
+
+    class Group
     {
+    public:
         QString key;
         QString text; ///< with its totals, once they are written
         QString picture;
-        std::string sortKey;
-        quint32 order = 0;
-        int row = 0;
-        std::vector<std::unique_ptr<Listing>> listings;
+
+        /// In tree order.
+        const Listings &InOrder() const;
+        /// For whoever only counts.
+        const Listings &InAnyOrder() const { return m_listings; }
+
+    private:
+        friend class BrowseTreeModel;
+
+        Listings &Ordered();
+
+        std::string m_sortKey;
+        int m_row = 0;
+        mutable Listings m_listings;
+        mutable bool m_isInOrder = true;
     };
 
     enum Role {
@@ -66,13 +80,14 @@ public:
 
     /// From here to EndLoad, nodes are added aside and the tree is empty.
     void BeginLoad();
-    /// Sorts what was added and shows it.
+    /// Shows what was added.
     void EndLoad();
+    bool IsLoading() const { return m_loading; }
 
     /// The group with that key, added with text and picture when there is none.
     Group &AddGroup(const QString &key, const QString &text, const QString &picture);
     /// Adds a listing under a group. Gives the existing node when its ID is in the tree already.
-    Listing &AddListing(Group &group, pugi::xml_node element, const QString &id, const QString &picture);
+    Listing &AddListing(Group &group, pugi::xml_node element, const QString &picture);
 
     /// Puts a listing where its label now belongs, in its own group or another.
     void PlaceListing(Listing &listing, Group &group);
@@ -84,6 +99,8 @@ public:
 
     Group *FindGroup(const QString &key) const;
     Listing *FindListing(const QString &id) const;
+    /// The node of a listing, or the one that stands there for its ID.
+    Listing *FindListing(pugi::xml_node element) const;
     /// Groups in tree order; during a load, those added so far.
     const std::vector<std::unique_ptr<Group>> &Groups() const { return m_nodes.groups; }
     qsizetype NumberOfListings() const { return m_nodes.listingsById.size(); }
@@ -112,12 +129,12 @@ private:
     {
         std::vector<std::unique_ptr<Group>> groups;
         QHash<QString, Group *> groupsByKey;
-        QHash<QString, Listing *> listingsById;
+        IdMap<Listing *> listingsById;
     };
 
     int RowOf(const Listing &listing) const;
-    void MoveToGroup(Listing &listing, int oldRow, Group &group, std::string sortKey);
-    void MoveWithinGroup(Listing &listing, int oldRow, std::string sortKey);
+    void MoveToGroup(Listing &listing, int oldRow, Group &group);
+    void MoveWithinGroup(Listing &listing, int oldRow);
     void RenumberGroups(size_t from);
 
     const PictureList &m_pictures;

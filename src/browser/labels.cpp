@@ -1,6 +1,7 @@
 #include "labels.h"
 
 #include "fields.h"
+#include "flatfile.h"
 #include "numbers.h"
 #include "recordingtypes.h"
 
@@ -9,56 +10,6 @@
 #include <string_view>
 
 namespace {
-
-/// The attributes that make a label, gathered in one walk: a tree of 100,000 listings builds every label once.
-struct Fields
-{
-    const RecordingType *type = nullptr;
-    std::string_view venue;
-    std::string_view show;
-    std::string_view length;
-    std::string_view source;
-    std::string_view grade;
-    std::string_view seeder;
-    double year = 0;
-    double month = 0;
-    double day = 0;
-    bool wrongDate = false;
-
-    explicit Fields(pugi::xml_node listing);
-};
-
-Fields::Fields(pugi::xml_node listing)
-{
-    std::string_view typeName;
-    for (const pugi::xml_attribute attribute : listing.attributes()) {
-        const std::string_view name = attribute.name();
-        const std::string_view value = attribute.value();
-        if (name == Field::kType)
-            typeName = value;
-        else if (name == Field::kYear)
-            year = LeadingNumber(value);
-        else if (name == Field::kMonth)
-            month = LeadingNumber(value);
-        else if (name == Field::kDay)
-            day = LeadingNumber(value);
-        else if (name == Field::kVenue)
-            venue = value;
-        else if (name == Field::kShow)
-            show = value;
-        else if (name == Field::kLength)
-            length = value;
-        else if (name == Field::kSource)
-            source = value;
-        else if (name == Field::kGrade)
-            grade = value;
-        else if (name == Field::kSeeder)
-            seeder = value;
-        else if (name == Field::kWrongDate)
-            wrongDate = LeadingNumber(value) != 0;
-    }
-    type = &LookOf(typeName);
-}
 
 void AppendPadded(std::string &text, double number, int width)
 {
@@ -83,9 +34,9 @@ void AppendDatePart(std::string &date, double part, bool showUnknown)
         date.append("-??");
 }
 
-void AppendDate(std::string &text, const Fields &fields)
+void AppendDate(std::string &text, const ListingFields &fields)
 {
-    const bool showUnknown = fields.type->unknownShown;
+    const bool showUnknown = fields.look->unknownShown;
     if (fields.year == 0) {
         text.append(showUnknown ? "????" : "");
         return;
@@ -95,14 +46,7 @@ void AppendDate(std::string &text, const Fields &fields)
     AppendDatePart(text, fields.day, showUnknown);
 }
 
-std::string DateText(const Fields &fields)
-{
-    std::string date;
-    AppendDate(date, fields);
-    return date;
-}
-
-void AppendVenue(std::string &text, const Fields &fields)
+void AppendVenue(std::string &text, const ListingFields &fields)
 {
     text.append(fields.venue);
     if (!fields.show.empty())
@@ -122,9 +66,9 @@ void ReplaceAll(std::string &text, std::string_view what, std::string_view with)
     text = result.append(text, from);
 }
 
-void AppendTitle(std::string &text, const Fields &fields)
+void AppendTitle(std::string &text, const ListingFields &fields)
 {
-    if (fields.type->dateFirst) {
+    if (fields.look->dateFirst) {
         AppendDate(text, fields);
         text.append(" - ");
     }
@@ -133,23 +77,23 @@ void AppendTitle(std::string &text, const Fields &fields)
     // The date goes in after the venue, so a "%d" that is part of a venue or show takes the date as well.
     if (text.find('%', venue) != std::string::npos) {
         std::string replaced = text.substr(venue);
-        ReplaceAll(replaced, "%d", DateText(fields));
+        ReplaceAll(replaced, "%d", ListingDateText(fields));
         text.replace(venue, std::string::npos, replaced);
     }
-    if (!fields.type->dateFirst)
+    if (!fields.look->dateFirst)
         AppendDate(text.append(" - "), fields);
-    if (fields.wrongDate && fields.type->unknownShown)
+    if (fields.wrongDate && fields.look->unknownShown)
         text.append(" (wrong date)");
 }
 
 /// Appends the details between two texts, or nothing when there are none.
-void AppendDetails(std::string &text, const Fields &fields, const char *before, const char *after)
+void AppendDetails(std::string &text, const ListingFields &fields, const char *before, const char *after)
 {
     if (fields.wrongDate)
         return;
     const char *separator = before;
     for (const std::string_view part :
-         {fields.length, fields.type->sourceShown ? fields.source : std::string_view(), fields.grade}) {
+         {fields.length, fields.look->sourceShown ? fields.source : std::string_view(), fields.grade}) {
         if (part.empty())
             continue;
         text.append(separator).append(part);
@@ -161,10 +105,41 @@ void AppendDetails(std::string &text, const Fields &fields, const char *before, 
 
 } // namespace
 
+ListingFields::ListingFields(pugi::xml_node listing)
+{
+    for (const pugi::xml_attribute attribute : listing.attributes()) {
+        const std::string_view name = attribute.name();
+        const std::string_view value = attribute.value();
+        if (name == Field::kType)
+            type = value;
+        else if (name == Field::kYear)
+            year = LeadingNumber(value);
+        else if (name == Field::kMonth)
+            month = LeadingNumber(value);
+        else if (name == Field::kDay)
+            day = LeadingNumber(value);
+        else if (name == Field::kVenue)
+            venue = value;
+        else if (name == Field::kShow)
+            show = value;
+        else if (name == Field::kLength)
+            length = value;
+        else if (name == Field::kSource)
+            source = value;
+        else if (name == Field::kGrade)
+            grade = value;
+        else if (name == Field::kSeeder)
+            seeder = value;
+        else if (name == Field::kWrongDate)
+            wrongDate = LeadingNumber(value) != 0;
+    }
+    look = &LookOf(type);
+}
+
 std::string ListingLabelUtf8(pugi::xml_node listing)
 {
     constexpr size_t kUsualLength = 128;
-    const Fields fields(listing);
+    const ListingFields fields(listing);
     std::string label;
     label.reserve(kUsualLength);
     AppendTitle(label, fields);
@@ -176,26 +151,28 @@ std::string ListingLabelUtf8(pugi::xml_node listing)
 
 QString ListingLabel(pugi::xml_node listing)
 {
-    return QString::fromStdString(ListingLabelUtf8(listing));
+    return FromUtf8(ListingLabelUtf8(listing));
 }
 
 QString ListingTitle(pugi::xml_node listing)
 {
     std::string title;
-    AppendTitle(title, Fields(listing));
-    return QString::fromStdString(title);
+    AppendTitle(title, ListingFields(listing));
+    return FromUtf8(title);
 }
 
 QString ListingDetails(pugi::xml_node listing)
 {
     std::string details;
-    AppendDetails(details, Fields(listing), "", "");
-    return QString::fromStdString(details);
+    AppendDetails(details, ListingFields(listing), "", "");
+    return FromUtf8(details);
 }
 
-QString ListingDateText(pugi::xml_node listing)
+std::string ListingDateText(const ListingFields &fields)
 {
-    return QString::fromStdString(DateText(Fields(listing)));
+    std::string date;
+    AppendDate(date, fields);
+    return date;
 }
 
 std::string SortKey(const std::string &label)
@@ -212,7 +189,7 @@ std::string SortKey(const std::string &label)
         // A run of other letters takes the long way.
         while (at != end && (*at & 0x80) != 0)
             ++at;
-        key.append(QString::fromUtf8(letter, at - letter).toCaseFolded().toUtf8().constData());
+        key.append(FromUtf8({letter, at}).toCaseFolded().toUtf8().constData());
     }
     return key;
 }

@@ -21,9 +21,9 @@ bool IsCatalog(const pugi::xml_document &document)
     return catalog && *catalog.attribute("xmlns").value() == '\0';
 }
 
-bool IsListingOf(pugi::xml_node catalog, pugi::xml_node element)
+bool IsNamed(pugi::xml_node element, const char *name)
 {
-    return element.parent() == catalog && std::strcmp(element.name(), Element::kItem) == 0;
+    return std::strcmp(element.name(), name) == 0;
 }
 
 const char *ElementOf(CatalogList list)
@@ -58,7 +58,7 @@ CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
         return LoadResult::Unreadable;
     if (!IsCatalog(*file->document))
         return LoadResult::NotACatalog;
-    ListingIndex index;
+    CatalogIndex index;
     try {
         index.Build(file->document->child(Element::kCatalog));
     } catch (const std::bad_alloc &) {
@@ -81,8 +81,12 @@ void CatalogDocument::Clear()
 QStringList CatalogDocument::Save()
 {
     CleanXML(*m_file.document, [this](pugi::xml_node element) {
-        if (!IsListingOf(Catalog(), element))
+        if (element.parent() != Catalog())
             return;
+        if (!IsNamed(element, Element::kItem)) {
+            m_index.RemoveEntry(element);
+            return;
+        }
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
@@ -107,7 +111,7 @@ pugi::xml_node CatalogDocument::Catalog() const
 
 pugi::xml_node CatalogDocument::Listing(const QString &id) const
 {
-    return m_index.Find(id.toUtf8());
+    return m_index.Find(id.toUtf8().constData());
 }
 
 qint32 CatalogDocument::GetNextID() const
@@ -181,14 +185,16 @@ void CatalogDocument::SignalEdited(pugi::xml_node listing, const char *name)
 QStringList CatalogDocument::Entries(CatalogList list) const
 {
     QStringList texts;
-    for (const pugi::xml_node entry : Catalog().children(ElementOf(list)))
-        texts += ElementText(entry);
+    for (const pugi::xml_node entry : m_index.Entries()) {
+        if (IsNamed(entry, ElementOf(list)))
+            texts += ElementText(entry);
+    }
     return texts;
 }
 
 void CatalogDocument::AddEntry(CatalogList list, const QString &text)
 {
-    SetElementText(AppendChild(ElementOf(list)), text);
+    AppendEntry(ElementOf(list), text);
     SignalEntriesChanged(list);
 }
 
@@ -200,7 +206,9 @@ void CatalogDocument::RenameEntry(CatalogList list, const QString &text, const Q
 
 void CatalogDocument::RemoveEntry(CatalogList list, const QString &text)
 {
-    Catalog().remove_child(FindEntry(list, text));
+    const pugi::xml_node entry = FindEntry(list, text);
+    m_index.RemoveEntry(entry);
+    Catalog().remove_child(entry);
     SignalEntriesChanged(list);
 }
 
@@ -217,8 +225,8 @@ pugi::xml_node CatalogDocument::FindEntry(CatalogList list, const QString &text)
     if (text.contains(u'\''))
         throw ProgramError(Failure::BadQuery, u"Not an expression: /Catalog/%1[text()='%2']"_s.arg(name, text));
     const QByteArray wanted = ToXml(text);
-    for (const pugi::xml_node entry : Catalog().children(ElementOf(list))) {
-        if (HasTextNode(entry, wanted))
+    for (const pugi::xml_node entry : m_index.Entries()) {
+        if (IsNamed(entry, ElementOf(list)) && HasTextNode(entry, wanted))
             return entry;
     }
     throw ProgramError(Failure::Missing, u"No such %1: %2"_s.arg(name, text));
@@ -236,7 +244,14 @@ void CatalogDocument::CompleteListing(pugi::xml_node listing)
 
 void CatalogDocument::SupplyType(const QString &name)
 {
-    SetElementText(AppendChild(Element::kType), name);
+    AppendEntry(Element::kType, name);
+}
+
+void CatalogDocument::AppendEntry(const char *name, const QString &text)
+{
+    const pugi::xml_node entry = AppendChild(name);
+    m_index.AppendEntry(entry);
+    SetElementText(entry, text);
 }
 
 pugi::xml_node CatalogDocument::RequiredCatalog() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "listingindex.h"
+#include "catalogindex.h"
 #include "xmlfile.h"
 
 #include <QDate>
@@ -61,6 +61,8 @@ public:
 
     /// The first listing with that ID ("" finds one without); null when there is none.
     pugi::xml_node Listing(const QString &id) const;
+    /// The listing that is found by a listing's ID: that one itself, unless an earlier one has the same ID.
+    pugi::xml_node FirstOfSameId(pugi::xml_node listing) const { return m_index.FirstOfSameId(listing); }
     qsizetype NumberOfListings() const { return m_index.size(); }
 
     /// The highest ID + 1. Throws ProgramError when that is beyond 32 bits.
@@ -120,13 +122,14 @@ private:
     void TakeInNew(pugi::xml_node listing);
     void SignalEdited(pugi::xml_node listing, const char *name);
     void SignalEntriesChanged(CatalogList list);
+    void AppendEntry(const char *name, const QString &text);
     pugi::xml_node FindEntry(CatalogList list, const QString &text) const;
     /// The Catalog element; throws ProgramError when there is none.
     pugi::xml_node RequiredCatalog() const;
     pugi::xml_node AppendChild(const char *name);
 
     XmlFile m_file;
-    ListingIndex m_index;
+    CatalogIndex m_index;
     QString m_path;
     bool m_modified = false;
 };

@@ -1,9 +1,9 @@
 #include "modConvertTo12.h"
 
 #include "atomicfile.h"
+#include "catalogindex.h"
 #include "failures.h"
 #include "fields.h"
-#include "listingindex.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
 #include "paths.h"
@@ -121,13 +121,13 @@ void MergeItem(pugi::xml_node item, pugi::xml_node userItem)
 /// Merges every listing of the catalog and returns the highest ID.
 qint32 MergeListings(pugi::xml_node catalog, pugi::xml_node user)
 {
-    ListingIndex userItems;
+    CatalogIndex userItems;
     userItems.Build(user);
     qint32 highest = 0;
     for (const pugi::xml_node item : catalog.children(Element::kItem)) {
         const qint32 id = WholeNumber(ReadNumber(item, Field::kId));
         highest = qMax(highest, id);
-        MergeItem(item, userItems.Find(std::to_string(id)));
+        MergeItem(item, userItems.Find(std::to_string(id).c_str()));
     }
     return highest;
 }

@@ -18,11 +18,14 @@ namespace {
 
 constexpr auto kModule = "modXMLSubs";
 constexpr auto kLineBreak = "\r\n"_L1;
-constexpr auto kEscapedLineBreak = R"(\n)"_L1;
-constexpr auto kTab = "\t"_L1;
-constexpr auto kEscapedTab = R"(\t)"_L1;
-constexpr auto kBackslash = R"(\)"_L1;
-constexpr auto kTwoBackslashes = R"(\\)"_L1;
+
+// These are found and replaced in UTF-8.
+constexpr std::string_view kLineBreakBytes = "\r\n";
+constexpr std::string_view kEscapedLineBreak = R"(\n)";
+constexpr std::string_view kTab = "\t";
+constexpr std::string_view kEscapedTab = R"(\t)";
+constexpr std::string_view kBackslash = R"(\)";
+constexpr std::string_view kTwoBackslashes = R"(\\)";
 
 bool IsAllowedAlone(QChar c)
 {
@@ -59,21 +62,33 @@ void AppendText(pugi::xml_node element, std::string &text)
     }
 }
 
-// QString::replace() moves the rest of a long text time and again.
-QString Replaced(const QString &text, QLatin1StringView before, QLatin1StringView after)
+void Replace(std::string &text, std::string_view before, std::string_view after)
 {
-    qsizetype at = text.indexOf(before);
-    if (at < 0)
-        return text;
-    QString result;
+    size_t at = text.find(before);
+    if (at == text.npos)
+        return;
+    std::string result;
     result.reserve(text.size());
-    qsizetype from = 0;
-    for (; at >= 0; at = text.indexOf(before, from)) {
-        result += QStringView(text).mid(from, at - from);
-        result += after;
+    size_t from = 0;
+    for (; at != text.npos; at = text.find(before, from)) {
+        result.append(text, from, at - from).append(after);
         from = at + before.size();
     }
-    return result += QStringView(text).mid(from);
+    text = result.append(text, from);
+}
+
+std::string ElementTextUtf8(pugi::xml_node element)
+{
+    std::string text;
+    AppendText(element, text);
+    return text;
+}
+
+void Unescape(std::string &text)
+{
+    Replace(text, kEscapedTab, kTab);
+    Replace(text, kEscapedLineBreak, kLineBreakBytes);
+    Replace(text, kTwoBackslashes, kBackslash);
 }
 
 QString WithoutOuterLineBreaks(const QString &text)
@@ -133,18 +148,12 @@ QString WithoutLeadingSpaces(const QString &lines)
     return result += QStringView(lines).mid(from);
 }
 
-std::vector<pugi::xml_node> AllElements(const pugi::xml_document &document)
+/// What follows a node in document order when it, with all inside it, is passed over.
+pugi::xml_node NextBehind(pugi::xml_node node)
 {
-    std::vector<pugi::xml_node> elements;
-    for (pugi::xml_node node = document.first_child(); node;) {
-        if (node.type() == pugi::node_element)
-            elements.push_back(node);
-        pugi::xml_node next = node.first_child();
-        for (; node && !next; node = node.parent())
-            next = node.next_sibling();
-        node = next;
-    }
-    return elements;
+    while (node && !node.next_sibling())
+        node = node.parent();
+    return node.next_sibling();
 }
 
 void RemoveEmptyAttributes(pugi::xml_node element)
@@ -201,7 +210,14 @@ void WriteAttribute(pugi::xml_node element, const char *name, const QString &val
 
 QString ReadTextElement(pugi::xml_node element, const char *name)
 {
-    return UnescapeText(ElementText(element.child(name)));
+    return FromUtf8(ReadTextElementUtf8(element, name));
+}
+
+std::string ReadTextElementUtf8(pugi::xml_node element, const char *name)
+{
+    std::string text = ElementTextUtf8(element.child(name));
+    Unescape(text);
+    return text;
 }
 
 void WriteTextElement(pugi::xml_node element, const char *name, const QString &text)
@@ -214,12 +230,7 @@ void WriteTextElement(pugi::xml_node element, const char *name, const QString &t
 
 QString ElementText(pugi::xml_node element)
 {
-    const pugi::xml_node first = element.first_child();
-    if (IsText(first) && !first.next_sibling())
-        return FromXml(first.value());
-    std::string text;
-    AppendText(element, text);
-    return FromUtf8(text);
+    return FromUtf8(ElementTextUtf8(element));
 }
 
 void SetElementText(pugi::xml_node element, const QString &text)
@@ -235,16 +246,20 @@ QString NullToEmpty(const char *value)
     return value ? FromXml(value) : u""_s;
 }
 
-QString EscapeText(QString text)
+QString EscapeText(const QString &text)
 {
-    text = Replaced(WithoutOuterLineBreaks(text), kBackslash, kTwoBackslashes);
-    return Replaced(Replaced(text, kLineBreak, kEscapedLineBreak), kTab, kEscapedTab);
+    std::string escaped = ToXml(WithoutOuterLineBreaks(text)).toStdString();
+    Replace(escaped, kBackslash, kTwoBackslashes);
+    Replace(escaped, kLineBreakBytes, kEscapedLineBreak);
+    Replace(escaped, kTab, kEscapedTab);
+    return FromUtf8(escaped);
 }
 
-QString UnescapeText(QString text)
+QString UnescapeText(const QString &text)
 {
-    text = Replaced(Replaced(text, kEscapedTab, kTab), kEscapedLineBreak, kLineBreak);
-    return Replaced(text, kTwoBackslashes, kBackslash);
+    std::string unescaped = text.toStdString();
+    Unescape(unescaped);
+    return FromUtf8(unescaped);
 }
 
 QString ParseSetList(const QString &text)
@@ -259,10 +274,16 @@ void CleanXML(pugi::xml_document &document, const std::function<void(pugi::xml_n
 {
     Reported(kModule, "CleanXML", [&] {
         const pugi::xml_node documentElement = document.document_element();
-        for (const pugi::xml_node element : AllElements(document)) {
-            RemoveEmptyAttributes(element);
-            if (element.first_attribute() || HasChildren(element) || element == documentElement)
+        for (pugi::xml_node node = document.first_child(); node;) {
+            const pugi::xml_node element = node;
+            const bool isElement = element.type() == pugi::node_element;
+            if (isElement)
+                RemoveEmptyAttributes(element);
+            if (!isElement || element.first_attribute() || HasChildren(element) || element == documentElement) {
+                node = element.first_child() ? element.first_child() : NextBehind(element);
                 continue;
+            }
+            node = NextBehind(element);
             if (removing)
                 removing(element);
             element.parent().remove_child(element);

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <string>
 
 /// UTF-8 text of the document as a QString.
 QString FromXml(const char *text);
@@ -27,6 +28,9 @@ void WriteAttribute(pugi::xml_node element, const char *name, const QString &val
 /// The unescaped text of the child element of that name, "" when there is none.
 QString ReadTextElement(pugi::xml_node element, const char *name);
 
+/// The same as UTF-8, for whoever reads many: no QString is made on the way.
+std::string ReadTextElementUtf8(pugi::xml_node element, const char *name);
+
 /// Sets the text of the child element of that name (made at the end when there is none) to the escaped text.
 void WriteTextElement(pugi::xml_node element, const char *name, const QString &text);
 
@@ -41,11 +45,11 @@ QString NullToEmpty(const char *value);
 
 /// Text as it is stored in SetList, Notes and Comment: line breaks at both ends cut off, then "\" doubled, CR LF
 /// written as "\n" and tab as "\t".
-QString EscapeText(QString text);
+QString EscapeText(const QString &text);
 
 /// The stored text as it is shown. Not the exact reverse of EscapeText: a backslash before "t" or "n" does not survive.
 /// Catalogs rely on these rules.
-QString UnescapeText(QString text);
+QString UnescapeText(const QString &text);
 
 /// An unescaped track list laid out one track a line. A text with line breaks is only relieved of blanks at the start
 /// of its lines (but not of the first); one without is split at commas that stand outside brackets.

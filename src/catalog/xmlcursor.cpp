@@ -95,6 +95,15 @@ bool XmlCursor::SkipBehind(std::string_view end)
     return true;
 }
 
+bool XmlCursor::SkipBehind(char end)
+{
+    const size_t found = Rest().find(end);
+    if (found == std::string_view::npos)
+        return false;
+    m_at += found + 1;
+    return true;
+}
+
 bool XmlCursor::SkipBlanks()
 {
     const char *const start = m_at;
@@ -118,7 +127,7 @@ std::optional<std::string_view> XmlCursor::TakeQuoted()
 {
     if (AtEnd() || (*m_at != '"' && *m_at != '\''))
         return std::nullopt;
-    const std::string_view quote(m_at++, 1);
+    const char quote = *m_at++;
     const char *const start = m_at;
     if (!SkipBehind(quote))
         return std::nullopt;
@@ -165,7 +174,7 @@ bool XmlCursor::TakeAttributes()
 bool XmlCursor::TakeValue()
 {
     SkipBlanks();
-    if (!Take("="sv))
+    if (AtEnd() || *m_at++ != '=')
         return false;
     SkipBlanks();
     return TakeQuoted().has_value();

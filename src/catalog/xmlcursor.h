@@ -21,6 +21,7 @@ public:
 
     bool Take(std::string_view expected);
     bool SkipBehind(std::string_view end);
+    bool SkipBehind(char end);
     /// Whether there were any.
     bool SkipBlanks();
     /// The name here, empty when there is none.

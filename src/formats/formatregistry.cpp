@@ -1,6 +1,7 @@
 #include "formatregistry.h"
 
 #include "failures.h"
+#include "flatfile.h"
 #include "paths.h"
 #include "prompts.h"
 
@@ -66,7 +67,15 @@ void FormatRegistry::LoadNamedFormats()
 
 int FormatRegistry::FindFormat(const QString &name) const
 {
-    return m_positions.value(name, -1);
+    return m_positions.value({name.toUtf8().constData()}, -1);
+}
+
+int FormatRegistry::FindOrAddFormat(TextKey name)
+{
+    if (*name.text == '\0')
+        return -1;
+    const int position = m_positions.value(name, -1);
+    return position >= 0 ? position : AddFormat(FromUtf8(name.text), {}, false);
 }
 
 int FormatRegistry::AddFormat(const QString &name, const QString &classWord, bool hasPicture)
@@ -76,8 +85,8 @@ int FormatRegistry::AddFormat(const QString &name, const QString &classWord, boo
         m_pictures.AddCommonPicture(name);
     // In the list before the question is asked: a question runs an event loop, and nothing may ask for this name again.
     beginInsertRows({}, position + 1, position + 1);
-    m_entries.push_back({name, FormatPictureKey(name), KindOfWord(classWord)});
-    m_positions.insert(name, position);
+    m_entries.push_back({name, name.toUtf8(), FormatPictureKey(name), KindOfWord(classWord)});
+    m_positions.insert({m_entries.back().utf8Name.constData()}, position);
     endInsertRows();
     if (classWord.isEmpty())
         m_entries[static_cast<size_t>(position)].kind = AskClass(name);
@@ -96,24 +105,27 @@ FormatKind FormatRegistry::AskClass(const QString &name)
 
 FormatKind FormatRegistry::FormatClass(const QString &name)
 {
-    if (name.isEmpty())
-        return FormatKind::Unknown;
-    int position = FindFormat(name);
-    if (position < 0)
-        position = AddFormat(name, {}, false);
-    return m_entries[static_cast<size_t>(position)].kind;
+    return ClassAt(FindOrAddFormat({name.toUtf8().constData()}));
+}
+
+FormatKind FormatRegistry::ClassAt(int position) const
+{
+    return position < 0 ? FormatKind::Unknown : m_entries[static_cast<size_t>(position)].kind;
 }
 
 QString FormatRegistry::GetShowImageKey(const QString &format, bool wrongDate)
 {
+    return ShowImageKeyAt(wrongDate ? -1 : FindOrAddFormat({format.toUtf8().constData()}), wrongDate);
+}
+
+QString FormatRegistry::ShowImageKeyAt(int position, bool wrongDate) const
+{
+    // One text for all listings.
+    static const QString kWrongDate = kWrongDatePicture;
+    static const QString kUnchecked = kUncheckedPicture;
     if (wrongDate)
-        return kWrongDatePicture;
-    if (format.isEmpty())
-        return kUncheckedPicture;
-    int position = FindFormat(format);
-    if (position < 0)
-        position = AddFormat(format, {}, false);
-    return m_entries[static_cast<size_t>(position)].pictureKey;
+        return kWrongDate;
+    return position < 0 ? kUnchecked : m_entries[static_cast<size_t>(position)].pictureKey;
 }
 
 int FormatRegistry::rowCount(const QModelIndex &parent) const

@@ -2,6 +2,7 @@
 
 #include "clsINI.h"
 #include "picturelist.h"
+#include "textkey.h"
 
 #include <QAbstractListModel>
 #include <QHash>
@@ -42,6 +43,9 @@ public:
 
     /// Position of the format with exactly that name, -1 when there is none.
     int FindFormat(const QString &name) const;
+    /// The same for a listing's format as it stands in the document; an unknown one is registered first, which asks the
+    /// user. No name gives -1.
+    int FindOrAddFormat(TextKey name);
 
     /// Registers a format under a class word of formats.ini ("Lossless", "Lossy"; an empty one asks the user, unless
     /// the class may stand in a part of formats.ini that was not read) and returns its position.
@@ -49,10 +53,14 @@ public:
 
     /// The class of a format; an unknown name is registered first, which asks the user. An empty name has none.
     FormatKind FormatClass(const QString &name);
+    /// The class of the format at a position of FindOrAddFormat.
+    FormatKind ClassAt(int position) const;
 
     /// The picture key of a listing: kWrongDatePicture, kUncheckedPicture without a format, else that of the format,
     /// which is registered when it is new.
     QString GetShowImageKey(const QString &format, bool wrongDate);
+    /// The same with the position of FindOrAddFormat.
+    QString ShowImageKeyAt(int position, bool wrongDate) const;
 
     const PictureList &Pictures() const { return m_pictures; }
 
@@ -63,6 +71,7 @@ private:
     struct Entry
     {
         QString name;
+        QByteArray utf8Name;
         QString pictureKey;
         FormatKind kind = FormatKind::Unknown;
     };
@@ -76,5 +85,5 @@ private:
     clsINI m_file;
     PictureList m_pictures;
     std::vector<Entry> m_entries;
-    QHash<QString, int> m_positions;
+    QHash<TextKey, int> m_positions; ///< by the UTF-8 names of the entries
 };

@@ -40,7 +40,7 @@ private:
     void WriteColumnNames();
     void WriteListing(const Listing &listing);
     void WriteMainRow(pugi::xml_node element, const QString &format);
-    void WriteTextRow(std::string_view label, const QString &text, std::string_view lineBreak);
+    void WriteTextRow(std::string_view label, std::string_view text, std::string_view lineBreak);
     void BeginRow();
     void EndRow();
 
@@ -110,7 +110,7 @@ void Page::WriteListing(const Listing &listing)
 {
     if (listing.picture == kUncheckedPicture || listing.picture == kWrongDatePicture)
         return;
-    const pugi::xml_node element = ElementOf(listing, m_source.document);
+    const pugi::xml_node element = m_source.document.FirstOfSameId(listing.element);
     const QString format = FormatNameFromKey(listing.picture);
     const bool lossy = m_source.formats.FormatClass(format) == FormatKind::Lossy;
     m_colour = lossy ? kLossyColour : kColours[m_alternate ? 1 : 0];
@@ -118,47 +118,45 @@ void Page::WriteListing(const Listing &listing)
 
     WriteMainRow(element, format);
     if (m_options.setList)
-        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElement(element, Element::kSetList), ",");
+        WriteTextRow("<td valign='top'>Set List:</td>", ReadTextElementUtf8(element, Element::kSetList), ",");
     if (m_options.comments)
-        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElement(element, Element::kComment), "<br>");
+        WriteTextRow("<td valign='top'>Comments:</td>", ReadTextElementUtf8(element, Element::kComment), "<br>");
     if (m_options.notes)
-        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElement(element, Element::kNotes), "<br>");
+        WriteTextRow("<td valign='top'>Notes:</td>", ReadTextElementUtf8(element, Element::kNotes), "<br>");
     if (m_buffer.size() >= kBufferSize)
         Flush();
 }
 
 void Page::WriteMainRow(pugi::xml_node element, const QString &format)
 {
-    const auto field = [element](const char *name) { return std::string_view(element.attribute(name).value()); };
+    const ListingFields fields(element);
     BeginRow();
-    Line("    <td>", field(Field::kType), "</td>");
-    Line("    <td nowrap>", ListingDateText(element).toStdString(), "</td>");
-    Line("    <td nowrap>", field(Field::kVenue), "</td>");
-    Line("    <td>", field(Field::kLength), "</td>");
-    Line("    <td>", field(Field::kSource), "</td>");
-    Line("    <td>", field(Field::kGrade), "</td>");
-    Line("    <td>", field(Field::kSeeder), "</td>");
+    Line("    <td>", fields.type, "</td>");
+    Line("    <td nowrap>", ListingDateText(fields), "</td>");
+    Line("    <td nowrap>", fields.venue, "</td>");
+    Line("    <td>", fields.length, "</td>");
+    Line("    <td>", fields.source, "</td>");
+    Line("    <td>", fields.grade, "</td>");
+    Line("    <td>", fields.seeder, "</td>");
     if (m_options.format)
         Line("    <td align='center'>", format.toStdString(), "</td>");
     EndRow();
 }
 
-void Page::WriteTextRow(std::string_view label, const QString &text, std::string_view lineBreak)
+void Page::WriteTextRow(std::string_view label, std::string_view text, std::string_view lineBreak)
 {
-    if (text.isEmpty())
+    if (text.empty())
         return;
     BeginRow();
     Line("<td></td>");
     Line(label);
     Line("<td colspan='", std::to_string(m_columns - 1), "'>");
-    const QByteArray bytes = text.toUtf8();
-    std::string_view rest(bytes.constData(), static_cast<size_t>(bytes.size()));
-    for (size_t at = rest.find(kLineEnd); at != std::string_view::npos; at = rest.find(kLineEnd)) {
-        AppendHtmlText(m_buffer, rest.substr(0, at));
+    for (size_t at = text.find(kLineEnd); at != text.npos; at = text.find(kLineEnd)) {
+        AppendHtmlText(m_buffer, text.substr(0, at));
         m_buffer.append(lineBreak);
-        rest.remove_prefix(at + kLineEnd.size());
+        text.remove_prefix(at + kLineEnd.size());
     }
-    Line("", rest, "");
+    Line("", text, "");
     Line("</td>");
     EndRow();
 }

@@ -1,5 +1,6 @@
 #include "listkinds.h"
 
+#include "catalogdocument.h"
 #include "formatregistry.h"
 #include "labels.h"
 
@@ -81,7 +82,7 @@ ListedLabels GatherLabels(ListKind kind, const ReportSource &source)
     ListedLabels listed;
     ForEachListing(source.tree, [&](const BrowseTreeModel::Listing &listing) {
         if (decision.Includes(listing.picture))
-            listed.labels.append(ListingLabel(ElementOf(listing, source.document)));
+            listed.labels.append(ListingLabel(source.document.FirstOfSameId(listing.element)));
     });
     listed.total = decision.Counted();
     return listed;

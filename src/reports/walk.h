@@ -17,6 +17,3 @@ struct ReportSource
 
 /// Visits every listing of the tree, group by group in tree order.
 void ForEachListing(const BrowseTreeModel &tree, const std::function<void(const BrowseTreeModel::Listing &)> &visit);
-
-/// The element of a listing of the tree, found by its ID. Throws ProgramError when the catalog has none.
-pugi::xml_node ElementOf(const BrowseTreeModel::Listing &listing, const CatalogDocument &document);

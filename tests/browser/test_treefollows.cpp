@@ -163,8 +163,8 @@ QString Life::Fault() const
             return fault + u" of "_s + ListingLabel(listing);
     }
     for (const auto &group : tree.Model().Groups()) {
-        for (size_t row = 1; row < group->listings.size(); ++row) {
-            const auto label = [&](size_t at) { return ListingLabel(group->listings[at]->element).toCaseFolded(); };
+        for (size_t row = 1; row < group->InOrder().size(); ++row) {
+            const auto label = [&](size_t at) { return ListingLabel(group->InOrder()[at]->element).toCaseFolded(); };
             if (label(row) < label(row - 1))
                 return u"order at "_s + label(row);
         }
@@ -178,7 +178,7 @@ QStringList Life::Rows() const
     for (const pugi::xml_node listing : m_shown) {
         const BrowseTree::Listing *node = tree.FindNode(listing);
         if (node && IsShown(listing))
-            rows += node->group->key + u' ' + node->id + u' ' + node->picture;
+            rows += node->group->key + u' ' + node->Id() + u' ' + node->picture;
     }
     return rows;
 }

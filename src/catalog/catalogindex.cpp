@@ -1,0 +1,68 @@
+#include "catalogindex.h"
+
+#include "fields.h"
+
+#include <cstring>
+
+namespace {
+
+const char *Id(pugi::xml_node listing)
+{
+    return listing.attribute(Field::kId).value();
+}
+
+} // namespace
+
+void CatalogIndex::Clear()
+{
+    *this = {};
+}
+
+void CatalogIndex::Build(pugi::xml_node catalog)
+{
+    Clear();
+    for (const pugi::xml_node element : catalog.children()) {
+        if (std::strcmp(element.name(), Element::kItem) == 0)
+            Append(element);
+        else
+            m_entries.push_back(element);
+    }
+}
+
+void CatalogIndex::Append(pugi::xml_node listing)
+{
+    const char *const id = Id(listing);
+    if (const pugi::xml_node first = Find(id))
+        m_others[{Id(first)}].push_back(listing);
+    else
+        m_first.Insert(id, listing);
+    ++m_size;
+}
+
+void CatalogIndex::Remove(pugi::xml_node listing)
+{
+    const char *const id = Id(listing);
+    if (Find(id) == listing)
+        RemoveFirst(id);
+    else if (const auto others = m_others.find({id}); others != m_others.end())
+        std::erase(*others, listing);
+    --m_size;
+}
+
+// The next one of that ID becomes the first, and lends its attribute to the keys.
+void CatalogIndex::RemoveFirst(const char *id)
+{
+    m_first.Remove(id);
+    std::vector<pugi::xml_node> others = m_others.take({id});
+    if (others.empty())
+        return;
+    const pugi::xml_node next = others.front();
+    others.erase(others.begin());
+    m_first.Insert(Id(next), next);
+    m_others[{Id(next)}] = std::move(others);
+}
+
+pugi::xml_node CatalogIndex::FirstOfSameId(pugi::xml_node listing) const
+{
+    return m_others.isEmpty() ? listing : Find(Id(listing));
+}

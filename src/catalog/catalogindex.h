@@ -1,0 +1,47 @@
+#pragma once
+
+#include "idmap.h"
+
+#include <pugixml.hpp>
+
+#include <QHash>
+
+#include <vector>
+
+/// What stands in a catalog, so that nobody walks through its listings to find something. Keys are the document's own
+/// ID attributes, which never change once a listing is in the catalog.
+class CatalogIndex
+{
+public:
+    void Clear();
+    /// Takes in the elements of a catalog.
+    void Build(pugi::xml_node catalog);
+    /// Takes in a listing that stands behind all others.
+    void Append(pugi::xml_node listing);
+    void Remove(pugi::xml_node listing);
+
+    /// The first listing in document order with that ID; null when there is none. A listing without an ID has the empty
+    /// one.
+    pugi::xml_node Find(const char *id) const { return m_first.Find(id); }
+    /// The first listing in document order that has the ID of this one.
+    pugi::xml_node FirstOfSameId(pugi::xml_node listing) const;
+    /// The highest ID, read as a number; 0 when there is none.
+    double HighestId() const { return m_first.Highest(); }
+    qsizetype size() const { return m_size; }
+
+    /// The elements that are no listings, in document order.
+    const std::vector<pugi::xml_node> &Entries() const { return m_entries; }
+    /// Takes in an entry that stands behind all others.
+    void AppendEntry(pugi::xml_node entry) { m_entries.push_back(entry); }
+    void RemoveEntry(pugi::xml_node entry) { std::erase(m_entries, entry); }
+
+private:
+    void RemoveFirst(const char *id);
+
+    /// The first listing of each ID.
+    IdMap<pugi::xml_node> m_first;
+    /// Later listings of an ID that several have, in document order. Empty in a sound catalog.
+    QHash<TextKey, std::vector<pugi::xml_node>> m_others;
+    std::vector<pugi::xml_node> m_entries;
+    qsizetype m_size = 0;
+};
