@@ -26,7 +26,8 @@ CatalogFiles::CatalogFiles(CatalogDocument &document, TreePane &pane, RecentCata
     : m_document(document),
       m_pane(pane),
       m_recent(recent),
-      m_prompts(prompts)
+      m_prompts(prompts),
+      m_overwrite(document, prompts)
 {
 }
 
@@ -151,19 +152,28 @@ void CatalogFiles::mnuFileMRU_Click(const QString &path)
 
 bool CatalogFiles::mnuFileSave_Click()
 {
-    return Guarded(kModule, "mnuFileSave_Click", [this] {
+    const auto saved = Guarded(kModule, "mnuFileSave_Click", [this] {
+        if (!m_overwrite.BeforeSave())
+            return false;
         const QStringList lost = Save();
-        if (lost.isEmpty() || m_toldOf.contains(m_document.Path()))
-            return;
-        m_toldOf += m_document.Path();
-        TellWhatWasLost(m_prompts, m_document.Path(), lost);
+        TellOnce(lost);
+        return true;
     });
+    return saved.value_or(false);
 }
 
 QStringList CatalogFiles::Save()
 {
     const WaitCursor wait;
     return m_document.Save();
+}
+
+void CatalogFiles::TellOnce(const QStringList &lost)
+{
+    if (lost.isEmpty() || m_toldOf.contains(m_document.Path()))
+        return;
+    m_toldOf += m_document.Path();
+    TellWhatWasLost(m_prompts, m_document.Path(), lost);
 }
 
 bool CatalogFiles::OfferToSave()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogdocument.h"
+#include "safeoverwrite.h"
 
 #include <QObject>
 #include <QString>
@@ -27,10 +28,10 @@ public:
     void mnuFileNewCatalog_Click();
     void mnuFileOpenCatalog_Click();
     void mnuFileMRU_Click(const QString &path);
-    /// False when the save failed, which was reported.
+    /// False when the save failed, which was reported, or the user keeps what another program wrote.
     bool mnuFileSave_Click();
 
-    /// Offers to save a changed catalog. False when the user cancelled or the save failed: the command ends there.
+    /// Offers to save a changed catalog. False when the user cancelled or nothing was saved: the command ends there.
     bool OfferToSave();
 
 signals:
@@ -43,6 +44,7 @@ private:
     bool Convert(const QString &path, const QString &companion);
     CatalogDocument::LoadResult Load(const QString &path);
     QStringList Save();
+    void TellOnce(const QStringList &lost);
     void ReplaceByEmptyDocument();
     void GoBack(const QString &failedPath);
 
@@ -50,5 +52,6 @@ private:
     TreePane &m_pane;
     RecentCatalogs &m_recent;
     UserPrompts &m_prompts;
+    SafeOverwrite m_overwrite;
     QStringList m_toldOf; ///< catalogs of which a save could not keep everything
 };

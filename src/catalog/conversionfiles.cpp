@@ -2,6 +2,7 @@
 
 #include "besidefile.h"
 #include "failures.h"
+#include "filecopy.h"
 #include "flatfile.h"
 #include "paths.h"
 #include "xmlfile.h"
@@ -30,11 +31,6 @@ void PutInPlace(const ConversionFiles &files)
         throw ProgramError(Failure::Write, u"Destination file exists: "_s + QDir::toNativeSeparators(files.catalog));
     RenameFile(files.merged, files.catalog);
     FlushFolder(QFileInfo(files.catalog).absolutePath());
-}
-
-void BackUp(const QString &path, const QString &backup)
-{
-    WriteFileAtomically(backup, ReadWholeFile(path), path);
 }
 
 QStringList WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
@@ -70,12 +66,10 @@ ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(
     auto dropMerged = qScopeGuard([this] { QFile::remove(merged); });
     const QStringList lost = WriteMerged(mergedCatalog, *this);
     stepDone(ConversionStep::MergedFileWritten);
-    if (!QDir().mkpath(backupFolder))
-        throw ProgramError(Failure::Write, u"Cannot make the folder "_s + backupFolder);
-    FlushFolder(QFileInfo(backupFolder).absolutePath());
-    BackUp(catalog, catalogBackup);
+    MakeFolder(backupFolder);
+    CopyWholeFile(catalog, catalogBackup);
     stepDone(ConversionStep::CatalogBackedUp);
-    BackUp(user, userBackup);
+    CopyWholeFile(user, userBackup);
     stepDone(ConversionStep::UserFileBackedUp);
     Delete(catalog);
     dropMerged.dismiss();

@@ -1,6 +1,7 @@
 #include "besidefile.h"
 
 #include "failures.h"
+#include "paths.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -39,21 +40,12 @@ namespace {
     ThrowWriteError(QString::fromLocal8Bit(std::strerror(errno)), path);
 }
 
-// Together with the mark it stays below what any file system allows.
-QString CutName(QString name)
-{
-    constexpr qsizetype kLongest = 80;
-    while (QFile::encodeName(name).size() > kLongest || (!name.isEmpty() && name.back().isHighSurrogate()))
-        name.chop(1);
-    return name;
-}
-
 // What the names of all unfinished files of a target start with. The digest tells targets apart whose names were cut.
 QString UnfinishedMark(const QString &target)
 {
     const QString name = QFileInfo(target).fileName();
     const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Md5).toHex().first(8);
-    return u"%1.discbook-saving-%2-"_s.arg(CutName(name), QLatin1StringView(digest));
+    return u"%1.discbook-saving-%2-"_s.arg(ShortName(name), QLatin1StringView(digest));
 }
 
 QString UnfinishedName(const QString &target)

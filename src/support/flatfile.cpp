@@ -92,8 +92,9 @@ bool IsMissing(const QString &path)
     return !std::filesystem::exists(QFileInfo(path).filesystemFilePath(), error) && !error;
 }
 
-QByteArray ReadWholeFile(const QString &path)
+void ReadInPieces(const QString &path, const std::function<void(QByteArrayView)> &take)
 {
+    constexpr qsizetype kPiece = 1 << 18;
     const auto fail = [&path](const QString &reason) {
         throw ProgramError(Failure::Read, reason + u": "_s + QDir::toNativeSeparators(path));
     };
@@ -101,11 +102,19 @@ QByteArray ReadWholeFile(const QString &path)
     if (info.exists() && !info.isFile())
         fail(u"Not an ordinary file"_s);
     QFile file(path);
-    QByteArray bytes;
-    if (file.open(QIODevice::ReadOnly))
-        bytes = file.readAll();
+    if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        QByteArray piece(kPiece, Qt::Uninitialized);
+        for (qint64 size = 0; (size = file.read(piece.data(), kPiece)) > 0;)
+            take(QByteArrayView(piece).first(size));
+    }
     if (file.error() != QFileDevice::NoError)
         fail(file.errorString());
+}
+
+QByteArray ReadWholeFile(const QString &path)
+{
+    QByteArray bytes;
+    ReadInPieces(path, [&bytes](QByteArrayView piece) { bytes.append(piece); });
     return bytes;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
+#include <functional>
 #include <string_view>
 
 /// Text of a flat file (settings, lists, logs) as bytes in the user's code page. What a Windows code page cannot hold
@@ -19,8 +21,11 @@ QString FromUtf8(std::string_view utf8);
 /// Whether nothing is at that path. Where the system does not say, something may be.
 bool IsMissing(const QString &path);
 
-/// Reads a whole file, an ordinary one: reading a pipe would wait for its other end, and a device may have none. Throws
-/// ProgramError with the system's reason.
+/// Hands over a file piece by piece, an ordinary one: reading a pipe would wait for its other end, and a device may
+/// have none. Throws ProgramError with the system's reason.
+void ReadInPieces(const QString &path, const std::function<void(QByteArrayView)> &take);
+
+/// The same in one piece.
 QByteArray ReadWholeFile(const QString &path);
 
 /// Puts bytes into a file in one step: written beside it, flushed to disk, then renamed over it, keeping permissions

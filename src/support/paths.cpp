@@ -1,5 +1,6 @@
 #include "paths.h"
 
+#include "besidefile.h"
 #include "failures.h"
 #include "flatfile.h"
 
@@ -35,12 +36,6 @@ QString InstalledFolder()
     const QDir shipped(executable.filePath(kShippedFiles.toString()));
     const bool installed = executable.dirName() == kInstalledIn && shipped.exists();
     return installed ? shipped.canonicalPath() : QString();
-}
-
-void MakeFolder(const QString &folder)
-{
-    if (!QDir().mkpath(folder))
-        throw ProgramError(Failure::Write, u"Cannot make the folder "_s + QDir::toNativeSeparators(folder));
 }
 
 // Written anew and not copied with their permissions, so that the user may change them where the shipped ones are
@@ -110,6 +105,32 @@ QString InFolder(const QString &folder, const QString &name)
 QString FullPath(const QString &path)
 {
     return QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+}
+
+QString CanonicalPath(const QString &path)
+{
+    const QFileInfo file(WithoutLinks(path));
+    if (file.exists())
+        return file.canonicalFilePath();
+    const QString folder = QFileInfo(file.absolutePath()).canonicalFilePath();
+    return folder.isEmpty() ? file.absoluteFilePath() : QDir(folder).filePath(file.fileName());
+}
+
+void MakeFolder(const QString &folder)
+{
+    if (QFileInfo(folder).isDir())
+        return;
+    if (!QDir().mkpath(folder))
+        throw ProgramError(Failure::Write, u"Cannot make the folder "_s + QDir::toNativeSeparators(folder));
+    FlushFolder(QFileInfo(folder).absolutePath());
+}
+
+QString ShortName(QString name)
+{
+    constexpr qsizetype kLongest = 80;
+    while (QFile::encodeName(name).size() > kLongest || (!name.isEmpty() && name.back().isHighSurrogate()))
+        name.chop(1);
+    return name;
 }
 
 QString FileTitle(const QString &path, bool keepExtension)

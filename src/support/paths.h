@@ -31,6 +31,15 @@ QString InFolder(const QString &folder, const QString &name);
 /// The path as it is opened and remembered: absolute, without "." and "..", with the system's separators. Links stay.
 QString FullPath(const QString &path);
 
+/// The path by which a file is told from all others, by whatever links it was reached; also of one that is not there.
+QString CanonicalPath(const QString &path);
+
+/// Makes a folder that is missing, and those above it. Throws ProgramError.
+void MakeFolder(const QString &folder);
+
+/// The start of a name, so short that with something added it is not too long for any file system.
+QString ShortName(QString name);
+
 /// The part of a path after its last "\" or "/"; without extension, cut before its last ".".
 QString FileTitle(const QString &path, bool keepExtension = false);
 

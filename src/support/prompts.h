@@ -8,7 +8,7 @@ class UserPrompts
 {
 public:
     enum class Icon { None, Information, Question, Critical };
-    enum class Buttons { Ok, YesNo, YesNoCancel };
+    enum class Buttons { Ok, YesNo, YesNoDefaultNo, YesNoCancel };
     enum class Answer { Ok, Yes, No, Cancel };
 
     /// What an open or save dialog starts from. Filters are pairs of description and pattern separated by "|".

@@ -15,6 +15,8 @@ namespace {
 
 constexpr auto kLive = "<Catalog><Item ID=\"1\" Type=\"Album\" Venue=\"x\"/></Catalog>";
 constexpr auto kLiveTitle = "Discbook: Live (Showing 1 Items)"_L1;
+constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner;
+constexpr auto kTheirs = "<Catalog><Type>theirs</Type></Catalog>";
 constexpr auto kSave = "Save Confirmation"_L1;
 
 /// The recent catalogs as they are kept in the settings.
@@ -24,6 +26,15 @@ QByteArray Recent(const QStringList &paths)
     for (int i = 0; i < paths.size(); ++i)
         lines += QByteArray::number(i) + '=' + paths[i].toUtf8() + "\r\n";
     return lines;
+}
+
+/// What lies in a folder of copies, in the order of the names.
+QByteArrayList Copies(const Program &program, const QString &folder)
+{
+    QByteArrayList copies;
+    for (const QString &name : FilesInFolder(program.folder.Path(folder), u"*.xml"_s))
+        copies += program.folder.Read(InFolder(folder, name));
+    return copies;
 }
 
 bool g_keepsModes = true;
@@ -72,7 +83,7 @@ private slots:
         const QScopedValueRollback<bool> lost(g_keepsModes, false);
         program.prompts.ExpectMessage(u"Save"_s);
         for (int i = 0; i < 2; ++i) {
-            QFile::setPermissions(program.folder.Path(u"Live.xml"_s), QFile::WriteOwner | QFile::ReadOther);
+            QFile::setPermissions(program.folder.Path(u"Live.xml"_s), kOwner | QFile::ReadOther);
             program.Edit();
             program.Choose("mnuFileSave");
             QVERIFY(!program.workspace->document.IsModified());
@@ -166,6 +177,73 @@ private slots:
         QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
         QCOMPARE(program.window->windowTitle(), kLiveTitle);
         QVERIFY(program.Item("mnuFileSave")->isEnabled());
+    }
+
+    void anotherProgramsChangeIsAskedAbout()
+    {
+        // What the other program has left, nothing when it took the file away, and the answer where it is asked about.
+        const std::vector<std::pair<QByteArray, std::optional<Answer>>> rows = {
+            {kTheirs, Answer::No}, {kTheirs, Answer::Yes}, {kLive, {}}, {{}, {}}};
+        for (const auto &[left, answer] : rows) {
+            for (const bool leaves : {false, true}) {
+                Program program(kLive);
+                program.Edit();
+                const QString live = program.folder.Write(u"Live.xml"_s, kTheirs);
+                program.folder.Write(u"Live.xml"_s, left);
+                QVERIFY(!left.isEmpty() || QFile::remove(live));
+                if (leaves)
+                    program.prompts.ExpectMessage(kSave, Answer::Yes);
+                if (answer)
+                    program.prompts.ExpectMessage(kSave, *answer);
+                if (answer == Answer::Yes)
+                    program.prompts.ExpectMessage(u"Save"_s);
+                program.Choose(leaves ? "mnuFileExit" : "mnuFileSave");
+                program.prompts.VerifyDone();
+                const bool saved = answer != Answer::No;
+                const QByteArray now = program.folder.Read(u"Live.xml"_s);
+                QVERIFY(saved ? now.contains("Venue=\"yx\"") : now == left);
+                QCOMPARE(program.Item("mnuFileSave")->isEnabled(), !saved);
+                QCOMPARE(program.window->isVisible(), !saved || !leaves);
+                QCOMPARE(Copies(program, u"Recovery"_s), QByteArrayList(answer == Answer::Yes ? 1 : 0, kTheirs));
+                if (answer == Answer::Yes)
+                    QVERIFY(program.prompts.LastAsked().text.contains(program.folder.Path(u"Recovery/Live "_s)));
+                if (answer != Answer::No)
+                    continue;
+                const auto question = program.prompts.LastAsked();
+                QCOMPARE(
+                    question.text,
+                    u"This catalog was changed by another program since it was opened.  Overwrite it?"_s);
+                QCOMPARE(question.buttons, UserPrompts::Buttons::YesNoDefaultNo);
+            }
+        }
+    }
+
+    void aSecondChangeIsAskedAboutAgain()
+    {
+        Program program(kLive);
+        program.Edit();
+        program.folder.Write(u"Live.xml"_s, kTheirs);
+        program.prompts.ExpectMessage(kSave, Answer::Yes);
+        program.prompts.ExpectMessage(u"Save"_s);
+        program.prompts.ExpectMessage(kSave, Answer::No);
+        program.prompts.SetWhileAsked([&program](const ScriptedPrompts::Asked &asked) {
+            if (asked.title == "Save"_L1)
+                program.folder.Write(u"Live.xml"_s, "<Catalog/>");
+        });
+        program.Choose("mnuFileSave");
+        QCOMPARE(program.folder.Read(u"Live.xml"_s), "<Catalog/>");
+    }
+
+    void whatCannotBeKeptIsNotOverwritten()
+    {
+        Program program(kLive);
+        program.folder.Write(u"Recovery"_s, {});
+        program.Edit();
+        program.folder.Write(u"Live.xml"_s, kTheirs);
+        program.prompts.ExpectMessage(kSave, Answer::Yes);
+        program.Choose("mnuFileSave");
+        QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
+        QCOMPARE(program.folder.Read(u"Live.xml"_s), kTheirs);
     }
 
     void newCatalogThatCannotBeWrittenLeavesTheOpenOne()

@@ -33,6 +33,7 @@ bool IsOffered(UserPrompts::Answer answer, UserPrompts::Buttons buttons)
     case UserPrompts::Buttons::Ok:
         return answer == Answer::Ok;
     case UserPrompts::Buttons::YesNo:
+    case UserPrompts::Buttons::YesNoDefaultNo:
         return answer == Answer::Yes || answer == Answer::No;
     case UserPrompts::Buttons::YesNoCancel:
         break;

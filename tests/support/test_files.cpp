@@ -1,4 +1,6 @@
 #include "atomicfile.h"
+#include "contentdigest.h"
+#include "filecopy.h"
 #include "filesizelimit.h"
 #include "kit.h"
 
@@ -101,8 +103,13 @@ private slots:
     {
         QVERIFY_THROWS_EXCEPTION(ProgramError, ReadWholeFile(Target()));
         QVERIFY_THROWS_EXCEPTION(ProgramError, ReadWholeFile(m_folder->Path({})));
-        WriteFlatFile(Target(), u"a\r\n"_s);
-        QCOMPARE(ReadWholeFile(Target()), "a\r\n");
+        QVERIFY(!FileDigest(Target()));
+        QVERIFY_THROWS_EXCEPTION(ProgramError, FileDigest(m_folder->Path({})));
+        const QByteArray bytes = QByteArray("a\r\n").repeated(200'000);
+        WriteFlatFile(Target(), QString::fromUtf8(bytes));
+        QCOMPARE(ReadWholeFile(Target()), bytes);
+        QCOMPARE(FileDigest(Target()), ContentDigest(bytes));
+        QCOMPARE(ContentDigest("abc"), 0x78AF5F94892F3950U); // in every run
     }
 
     void replacesOnlyWhenCommitted()

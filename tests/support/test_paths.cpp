@@ -71,6 +71,20 @@ private slots:
         QCOMPARE(FullPath(u"a/../b/./c.ini"_s), InFolder(QDir::currentPath(), QDir::toNativeSeparators(u"b/c.ini"_s)));
     }
 
+    void canonicalPath()
+    {
+        const TestProgramFolder folder;
+        folder.Write(u"a/Live.xml"_s, {});
+        QVERIFY(QFile::link(folder.Path(u"a"_s), folder.Path(u"b.lnk"_s)));
+        QVERIFY(QFile::link(folder.Path(u"b.lnk/Live.xml"_s), folder.Path(u"c.lnk"_s)));
+        for (const auto &[path, real] :
+             {std::pair(u"c.lnk"_s, u"a/Live.xml"_s),
+              {u"b.lnk/./Live.xml"_s, u"a/Live.xml"_s},
+              {u"b.lnk/gone"_s, u"a/gone"_s}})
+            QCOMPARE(
+                CanonicalPath(folder.Path(path)), QDir(QFileInfo(folder.Path(u"a"_s)).canonicalPath()).filePath(real));
+    }
+
     void filesInFolder()
     {
         const TestProgramFolder folder;

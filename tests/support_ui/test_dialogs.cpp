@@ -56,6 +56,8 @@ private slots:
             {Buttons::Ok, Icon::Information, Box::Information, Qt::Key_Escape, Answer::Ok},
             {Buttons::YesNo, Icon::Question, Box::Question, Qt::Key_Return, Answer::Yes},
             {Buttons::YesNo, Icon::Critical, Box::Critical, Qt::Key_Escape, Answer::No},
+            {Buttons::YesNoDefaultNo, Icon::Question, Box::Question, Qt::Key_Return, Answer::No},
+            {Buttons::YesNoDefaultNo, Icon::Question, Box::Question, Qt::Key_Escape, Answer::No},
             {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Return, Answer::Yes},
             {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Escape, Answer::Cancel},
             {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_N, Answer::No}};
