@@ -2,6 +2,8 @@
 // usage: bench_catalog CATALOG [Google Benchmark's options]
 
 #include "benchprogram.h"
+#include "catalogcopies.h"
+#include "filecopy.h"
 
 #include <benchmark/benchmark.h>
 
@@ -85,6 +87,28 @@ void Save(benchmark::State &state)
         program.document.Save();
 }
 
+/// As the program saves: after it has seen that no other program changed the file.
+void SaveWithCheck(benchmark::State &state)
+{
+    OpenProgram program;
+    program.Open(CatalogPath());
+    program.document.SetPath(program.folder.Path(QStringLiteral("saved.xml")));
+    program.document.Save();
+    for ([[maybe_unused]] auto run : state) {
+        if (FileDigest(program.document.Path()) != program.document.ContentDigest())
+            state.SkipWithError("was changed");
+        program.document.Save();
+    }
+}
+
+/// What comes before the first save of a run.
+void BackUp(benchmark::State &state)
+{
+    const BenchFolder folder;
+    for ([[maybe_unused]] auto run : state)
+        BackUpCatalog(CatalogPath());
+}
+
 } // namespace
 
 BENCHMARK(BareParse)->Unit(benchmark::kMillisecond);
@@ -94,6 +118,8 @@ BENCHMARK(Refresh)->Unit(benchmark::kMillisecond);
 BENCHMARK(Filter)->Unit(benchmark::kMillisecond);
 BENCHMARK(BareWrite)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Save)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SaveWithCheck)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BackUp)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int main(int argc, char **argv)
 {

@@ -116,7 +116,9 @@ void CatalogFiles::mnuFileNewCatalog_Click()
              .proposed = {}}));
         if (path.isEmpty())
             return;
+        m_overwrite.BeforeNew(path);
         CatalogDocument::WriteNewCatalog(path);
+        m_overwrite.Written(path);
         OpenCatalog(path);
         // Also when nothing was opened, since the conversion of its companion was declined.
         if (m_recent.Paths().value(0) != path)
@@ -156,6 +158,7 @@ bool CatalogFiles::mnuFileSave_Click()
         if (!m_overwrite.BeforeSave())
             return false;
         const QStringList lost = Save();
+        m_overwrite.Written(m_document.Path());
         TellOnce(lost);
         return true;
     });

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 /// A copy of a catalog's file, in a folder of the program's folder.
 struct CatalogCopy
 {
@@ -16,3 +18,7 @@ QString NewCopyPath(const QString &folder, const QString &catalogPath);
 
 /// Copies a catalog's file as it is now into "Recovery". Throws ProgramError.
 CatalogCopy CopyToRecovery(const QString &catalogPath);
+
+/// Copies a catalog's file into "Backups", where the last five of each catalog are kept, besides those that were
+/// written to since. False when there is no file, or not the content of that digest. Throws ProgramError.
+bool BackUpCatalog(const QString &catalogPath, std::optional<quint64> digest = {});

@@ -40,12 +40,14 @@ namespace {
     ThrowWriteError(QString::fromLocal8Bit(std::strerror(errno)), path);
 }
 
+constexpr auto kUnfinished = ".discbook-saving-"_L1;
+
 // What the names of all unfinished files of a target start with. The digest tells targets apart whose names were cut.
 QString UnfinishedMark(const QString &target)
 {
     const QString name = QFileInfo(target).fileName();
     const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Md5).toHex().first(8);
-    return u"%1.discbook-saving-%2-"_s.arg(ShortName(name), QLatin1StringView(digest));
+    return u"%1%2%3-"_s.arg(ShortName(name), kUnfinished, QLatin1StringView(digest));
 }
 
 QString UnfinishedName(const QString &target)
@@ -128,13 +130,11 @@ void RemoveUnlessHeld(const QString &path)
 
 #endif
 
-// What killed saves of the target have left.
-void RemoveUnfinished(const QString &target)
+// What killed processes have left, of all files or of one.
+void RemoveUnfinished(const QDir &folder, const QString &start)
 {
-    const QDir folder = QFileInfo(target).absoluteDir();
-    const QString mark = UnfinishedMark(target);
     for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden, QDir::NoSort)) {
-        if (name.startsWith(mark))
+        if (name.startsWith(start) && name.contains(kUnfinished))
             RemoveUnlessHeld(folder.filePath(name));
     }
 }
@@ -148,6 +148,11 @@ QString WithoutLinks(const QString &path)
     for (int links = 0; info.isSymbolicLink() && links < kMaxLinks; ++links)
         info.setFile(info.symLinkTarget());
     return info.filePath();
+}
+
+void RemoveUnfinishedIn(const QString &folder)
+{
+    RemoveUnfinished(QDir(folder), {});
 }
 
 void RenameFile(const QString &from, const QString &to)
@@ -300,5 +305,5 @@ void BesideFile::Place()
     m_path.clear();
     // The file is in its place whatever becomes of the rest, so that a failure to save is not what to call it.
     FlushFolder(QFileInfo(m_target).absolutePath());
-    RemoveUnfinished(m_target);
+    RemoveUnfinished(QFileInfo(m_target).absoluteDir(), UnfinishedMark(m_target));
 }

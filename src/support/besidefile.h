@@ -11,6 +11,9 @@ void RenameFile(const QString &from, const QString &to);
 /// Makes what was renamed and deleted in a folder last through a power cut.
 void FlushFolder(const QString &folder);
 
+/// Removes what killed processes have left half written in a folder that is the program's own.
+void RemoveUnfinishedIn(const QString &folder);
+
 /// A new file that is open for writing in the folder of the one it is to become. It has no name yet where the file
 /// system can do that, else one that tells whose it is. Held by a lock as long as it is being written, and gone with
 /// this object or with the process; where it had a name and the process was killed, it goes with the next save of that

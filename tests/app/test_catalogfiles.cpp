@@ -204,6 +204,7 @@ private slots:
                 QVERIFY(saved ? now.contains("Venue=\"yx\"") : now == left);
                 QCOMPARE(program.Item("mnuFileSave")->isEnabled(), !saved);
                 QCOMPARE(program.window->isVisible(), !saved || !leaves);
+                QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList(left == kLive ? 1 : 0, kLive));
                 QCOMPARE(Copies(program, u"Recovery"_s), QByteArrayList(answer == Answer::Yes ? 1 : 0, kTheirs));
                 if (answer == Answer::Yes)
                     QVERIFY(program.prompts.LastAsked().text.contains(program.folder.Path(u"Recovery/Live "_s)));
@@ -234,16 +235,57 @@ private slots:
         QCOMPARE(program.folder.Read(u"Live.xml"_s), "<Catalog/>");
     }
 
-    void whatCannotBeKeptIsNotOverwritten()
+    void backupsOfTheLastFiveRuns()
     {
-        Program program(kLive);
-        program.folder.Write(u"Recovery"_s, {});
+        Program program;
+        const auto saveTwice = [&program](const QString &path) {
+            program.Start({path});
+            for (int i = 0; i < 2; ++i) {
+                program.Edit();
+                program.Choose("mnuFileSave");
+            }
+        };
+        QVERIFY(QFile::setPermissions(program.folder.Write(u"Live.xml"_s, kLive), kOwner));
+        saveTwice(u"Live.xml"_s);
+        const QString backups = program.folder.Path(u"Backups"_s);
+        QFile written(InFolder(backups, FilesInFolder(backups, u"*.xml"_s)[0]));
+        QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser), kOwner);
+        QVERIFY(written.open(QFile::ReadWrite));
+        QVERIFY(written.setFileTime(QDateTime::currentDateTime().addSecs(3600), QFile::FileModificationTime));
+        program.folder.Write(u"sub/Live.xml"_s, kLive);
+        saveTwice(u"sub/Live.xml"_s);
+        for (int run = 0; run < 6; ++run)
+            saveTwice(u"Live.xml"_s);
+        QList<qsizetype> letters;
+        for (const QByteArray &copy : Copies(program, u"Backups"_s))
+            letters += copy.count('y') - 1;
+        std::ranges::sort(letters);
+        // The one that was written to, the other catalog's, and those of the last five runs.
+        QCOMPARE(letters, QList<qsizetype>({0, 0, 4, 6, 8, 10, 12}));
+    }
+
+    void copiesThatCannotBeMade()
+    {
+        Program program;
+        for (const QString &file : {u"Backups"_s, u"Recovery"_s})
+            program.folder.Write(file, {});
+        program.prompts.ExpectMessage(u"Backup"_s);
+        program.WriteSettings(Recent({program.folder.Write(u"Other.xml"_s, kLive)}));
+        program.folder.Write(u"Live.xml"_s, kLive);
+        program.Start({u"Live.xml"_s});
+        for (const QString &name : {u"Live.xml"_s, u"Other.xml"_s}) {
+            if (name != FileTitle(program.workspace->document.Path(), true))
+                program.Choose("mnuFileMRU1");
+            program.Edit();
+            program.Choose("mnuFileSave");
+            QVERIFY(program.folder.Read(name).contains("Venue=\"yx\""));
+        }
         program.Edit();
-        program.folder.Write(u"Live.xml"_s, kTheirs);
+        program.folder.Write(u"Other.xml"_s, kTheirs);
         program.prompts.ExpectMessage(kSave, Answer::Yes);
         program.Choose("mnuFileSave");
         QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
-        QCOMPARE(program.folder.Read(u"Live.xml"_s), kTheirs);
+        QCOMPARE(program.folder.Read(u"Other.xml"_s), kTheirs);
     }
 
     void newCatalogThatCannotBeWrittenLeavesTheOpenOne()
@@ -260,7 +302,7 @@ private slots:
     {
         Program program;
         program.Start();
-        const QString path = program.folder.Path(u"New.xml"_s);
+        const QString path = program.folder.Write(u"New.xml"_s, kTheirs);
         program.prompts.ExpectSaveFile(u"New Catalog"_s, path);
         program.Choose("mnuFileNewCatalog");
         QCOMPARE(program.folder.Read(u"New.xml"_s).trimmed(), "<Catalog />");
@@ -270,6 +312,12 @@ private slots:
         QCOMPARE(request.filter, u"XML Files (*.xml)|*.xml|All files (*.*)|*.*"_s);
         QCOMPARE(request.extension, u"xml"_s);
         QCOMPARE(request.folder, ProgramFolder());
+        program.workspace->document.MarkModified();
+        program.Choose("mnuFileSave");
+        QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs}));
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, path);
+        program.Choose("mnuFileNewCatalog");
+        QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs, "<Catalog />\n"}));
     }
 
     void recentListHasTheLastFourAndNoneTwice()

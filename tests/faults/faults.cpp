@@ -2,9 +2,11 @@
 // was said that it was not.
 
 #include "atomicfile.h"
+#include "catalogcopies.h"
 #include "catalogdocument.h"
 #include "clsINI.h"
 #include "failures.h"
+#include "filecopy.h"
 #include "flatfile.h"
 #include "modConvertTo12.h"
 #include "paths.h"
@@ -52,6 +54,13 @@ void Save(const QString &path)
     document.SetPath(path);
     for (const pugi::xml_node item : document.Catalog().children("Item"))
         document.SetField(item, "Venue", u"new"_s);
+    try {
+        BackUpCatalog(path, document.ContentDigest());
+    } catch (const ProgramError &error) {
+        Say(error.description());
+    }
+    if (FileDigest(path) != document.ContentDigest())
+        return Say(u"changed"_s);
     document.Save();
 }
 
