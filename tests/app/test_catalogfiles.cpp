@@ -245,8 +245,10 @@ private slots:
                 program.Choose("mnuFileSave");
             }
         };
+        const QString cutOff = program.folder.Write(u"Backups/Old.xml.discbook-saving-1"_s, {});
         QVERIFY(QFile::setPermissions(program.folder.Write(u"Live.xml"_s, kLive), kOwner));
         saveTwice(u"Live.xml"_s);
+        QVERIFY(!QFileInfo::exists(cutOff));
         const QString backups = program.folder.Path(u"Backups"_s);
         QFile written(InFolder(backups, FilesInFolder(backups, u"*.xml"_s)[0]));
         QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser), kOwner);
