@@ -131,6 +131,21 @@ void Step(benchmark::State &state)
     }
 }
 
+/// A field is left after an edit, which is flushed to the disk then.
+void LeaveField(benchmark::State &state)
+{
+    Window &window = Window::Instance();
+    window.SelectMiddle();
+    auto *source = window.Find<QLineEdit>(u"txtSource"_s);
+    for ([[maybe_unused]] auto run : state) {
+        state.PauseTiming();
+        window.Press(source, Qt::Key_M, Qt::NoModifier, u"m"_s);
+        state.ResumeTiming();
+        window.Tree()->setFocus();
+        Window::Paint();
+    }
+}
+
 void Expand(benchmark::State &state)
 {
     Window &window = Window::Instance();
@@ -242,6 +257,7 @@ void BareInsertAndRemove(benchmark::State &state)
 
 BENCHMARK(Keystroke)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Step)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(LeaveField)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);
 BENCHMARK(Expand)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
 BENCHMARK(Refresh)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 BENCHMARK(Add)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(50);

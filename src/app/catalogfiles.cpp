@@ -10,6 +10,7 @@
 #include "waitcursor.h"
 
 #include <QFileInfo>
+#include <QItemSelectionModel>
 
 #include <optional>
 
@@ -27,8 +28,10 @@ CatalogFiles::CatalogFiles(CatalogDocument &document, TreePane &pane, RecentCata
       m_pane(pane),
       m_recent(recent),
       m_prompts(prompts),
-      m_overwrite(document, prompts)
+      m_overwrite(document, prompts),
+      m_recovery(document, prompts)
 {
+    connect(pane.View().selectionModel(), &QItemSelectionModel::currentChanged, &m_recovery, &Recovery::Flush);
 }
 
 void CatalogFiles::OpenCatalog(const QString &givenPath)
@@ -49,6 +52,7 @@ void CatalogFiles::OpenCatalog(const QString &givenPath)
     switch (Load(path)) {
     case CatalogDocument::LoadResult::Loaded:
         m_document.SetPath(path);
+        m_recovery.Offer();
         emit opened(true);
         m_pane.ShowCatalog();
         m_recent.AddToMRU(path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogdocument.h"
+#include "recovery.h"
 #include "safeoverwrite.h"
 
 #include <QObject>
@@ -34,6 +35,9 @@ public:
     /// Offers to save a changed catalog. False when the user cancelled or nothing was saved: the command ends there.
     bool OfferToSave();
 
+    /// Gives up what is not saved: the window closes.
+    void DropEdits() { m_recovery.DropEdits(); }
+
 signals:
     /// A catalog file is about to be opened.
     void opening();
@@ -53,5 +57,6 @@ private:
     RecentCatalogs &m_recent;
     UserPrompts &m_prompts;
     SafeOverwrite m_overwrite;
+    Recovery m_recovery;
     QStringList m_toldOf; ///< catalogs of which a save could not keep everything
 };

@@ -240,6 +240,7 @@ bool frmMain::Form_Unload()
     if (!mayClose.value_or(false))
         return false;
     Guarded(kModule, "Form_Unload", [this] {
+        m_files->DropEdits();
         SaveFormPosition(*this, kPositionSection, m_workspace.settings);
         m_limits.RemoveAllLimits();
     });

@@ -1,9 +1,11 @@
 #include "catalogdocument.h"
 
+#include "catalogedits.h"
 #include "failures.h"
 #include "fields.h"
 #include "modXMLSubs.h"
 #include "numbers.h"
+#include "restoring.h"
 #include "xmlwriter.h"
 
 #include <algorithm>
@@ -68,6 +70,37 @@ CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
     std::swap(m_file, *file);
     std::swap(m_index, index);
     return LoadResult::Loaded;
+}
+
+void CatalogDocument::Restore(const CatalogEdits &edits)
+{
+    RestoreEdits(Catalog(), m_index, edits);
+    SetModified(true);
+}
+
+CatalogEdit CatalogDocument::EditOf(pugi::xml_node listing) const
+{
+    CatalogEdit edit = RemovalOf(listing);
+    edit.kind = CatalogEdit::Kind::Listing;
+    edit.text = XmlText(listing);
+    return edit;
+}
+
+CatalogEdit CatalogDocument::RemovalOf(pugi::xml_node listing) const
+{
+    return {
+        .kind = CatalogEdit::Kind::Removal,
+        .id = listing.attribute(Field::kId).value(),
+        .place = m_index.PlaceOf(listing),
+        .text = {}};
+}
+
+CatalogEdit CatalogDocument::EditOf(CatalogList list) const
+{
+    CatalogEdit edit{.kind = CatalogEdit::Kind::Entries, .id = ElementOf(list), .place = 0, .text = {}};
+    for (const QString &text : Entries(list))
+        edit.text += text.toUtf8() + '\0';
+    return edit;
 }
 
 void CatalogDocument::Clear()
@@ -153,6 +186,7 @@ void CatalogDocument::RemoveListing(pugi::xml_node listing)
     m_index.Remove(listing);
     Catalog().remove_child(listing);
     SetModified(true);
+    emit listingRemoved();
 }
 
 void CatalogDocument::SetField(pugi::xml_node listing, const char *field, const QString &value)

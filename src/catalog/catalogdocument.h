@@ -11,6 +11,9 @@
 /// The two lists that a catalog keeps beside its listings, as elements of one name.
 enum class CatalogList { WebSources, RecordingTypes };
 
+class CatalogEdits;
+struct CatalogEdit;
+
 /// The one catalog in memory: its tree, its path and whether it differs from its file.
 ///
 /// Every change of the tree is an operation of the document, which marks it modified and signals what was changed.
@@ -43,6 +46,15 @@ public:
     /// Replaces the document by a file's. When that fails the document is as it was; the path and the modified flag are
     /// not touched either way.
     LoadResult Load(const QString &path);
+
+    /// Does edits of an earlier run again, and counts the document as modified. To be called after Load, before anybody
+    /// looks at the document: nothing but the flag is signalled.
+    void Restore(const CatalogEdits &edits);
+
+    /// What it takes to do again what was done to a listing or a list.
+    CatalogEdit EditOf(pugi::xml_node listing) const;
+    CatalogEdit RemovalOf(pugi::xml_node listing) const;
+    CatalogEdit EditOf(CatalogList list) const;
 
     /// Replaces the document by an empty one and clears the modified flag, so that it is never saved over a catalog.
     void Clear();
@@ -115,6 +127,8 @@ signals:
     void listingEdited(pugi::xml_node listing, const char *name);
     /// A listing is about to be removed.
     void listingAboutToBeRemoved(pugi::xml_node listing);
+    /// The user has removed a listing; the clean-up of a save does not signal this.
+    void listingRemoved();
     void entriesChanged(CatalogList list);
 
 private:

@@ -2,6 +2,7 @@
 
 #include "fields.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -65,4 +66,20 @@ void CatalogIndex::RemoveFirst(const char *id)
 pugi::xml_node CatalogIndex::FirstOfSameId(pugi::xml_node listing) const
 {
     return m_others.isEmpty() ? listing : Find(Id(listing));
+}
+
+quint32 CatalogIndex::PlaceOf(pugi::xml_node listing) const
+{
+    const auto others = m_others.isEmpty() ? m_others.end() : m_others.find({Id(listing)});
+    if (others == m_others.end() || Find(Id(listing)) == listing)
+        return 0;
+    return static_cast<quint32>(std::ranges::find(*others, listing) - others->begin() + 1);
+}
+
+pugi::xml_node CatalogIndex::At(const char *id, quint32 place) const
+{
+    if (place == 0)
+        return Find(id);
+    const auto others = m_others.find({id});
+    return others != m_others.end() && place <= others->size() ? others->at(place - 1) : pugi::xml_node();
 }

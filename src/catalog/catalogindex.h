@@ -25,6 +25,10 @@ public:
     pugi::xml_node Find(const char *id) const { return m_first.Find(id); }
     /// The first listing in document order that has the ID of this one.
     pugi::xml_node FirstOfSameId(pugi::xml_node listing) const;
+    /// Which of the listings with its ID a listing is, from 0 on in document order.
+    quint32 PlaceOf(pugi::xml_node listing) const;
+    /// The listing of an ID and a place; null when there is none.
+    pugi::xml_node At(const char *id, quint32 place) const;
     /// The highest ID, read as a number; 0 when there is none.
     double HighestId() const { return m_first.Highest(); }
     qsizetype size() const { return m_size; }

@@ -188,3 +188,8 @@ std::optional<XmlFile> LoadXml(const QString &path)
         return std::nullopt;
     }
 }
+
+std::optional<XmlFile> ParseXml(QByteArrayView utf8)
+{
+    return ParseUtf8(CopyOf(utf8), 0, {});
+}

@@ -21,3 +21,6 @@ struct XmlFile
 /// CDATA sections, and text of blanks inside a field. Nothing when the file cannot be read or is not well-formed XML;
 /// then there is no half tree either.
 std::optional<XmlFile> LoadXml(const QString &path);
+
+/// The same for UTF-8 text.
+std::optional<XmlFile> ParseXml(QByteArrayView utf8);

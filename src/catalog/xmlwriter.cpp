@@ -11,6 +11,24 @@ namespace {
 
 constexpr qsizetype kPiece = 1 << 18;
 
+// The document's line ends are LF; a CR is part of a text and would be read back as an LF.
+void AppendXml(QByteArray &buffer, std::string_view text)
+{
+    for (size_t end = text.find('\r'); end != text.npos; end = text.find('\r')) {
+        buffer.append(text.data(), static_cast<qsizetype>(end)).append("&#13;");
+        text.remove_prefix(end + 1);
+    }
+    buffer.append(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+class TextWriter final : public pugi::xml_writer
+{
+public:
+    void write(const void *data, size_t size) override { AppendXml(text, {static_cast<const char *>(data), size}); }
+
+    QByteArray text;
+};
+
 /// Takes the serialiser's text and writes it in the file's encoding. A failure is kept until Finish(): none goes
 /// through the serialiser.
 class FileWriter final : public pugi::xml_writer
@@ -30,7 +48,6 @@ public:
     quint64 Finish();
 
 private:
-    void Append(std::string_view text);
     void WriteBuffer();
     void WriteBytes(const QByteArray &bytes);
 
@@ -47,22 +64,12 @@ void FileWriter::write(const void *data, size_t size)
     if (m_failure)
         return;
     try {
-        Append({static_cast<const char *>(data), size});
+        AppendXml(m_buffer, {static_cast<const char *>(data), size});
         if (m_buffer.size() >= kPiece)
             WriteBuffer();
     } catch (...) {
         m_failure = std::current_exception();
     }
-}
-
-// The document's line ends are LF; a CR is part of a text and would be read back as an LF.
-void FileWriter::Append(std::string_view text)
-{
-    for (size_t end = text.find('\r'); end != text.npos; end = text.find('\r')) {
-        m_buffer.append(text.data(), static_cast<qsizetype>(end)).append("&#13;");
-        text.remove_prefix(end + 1);
-    }
-    m_buffer.append(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 void FileWriter::WriteBuffer()
@@ -88,6 +95,13 @@ quint64 FileWriter::Finish()
 }
 
 } // namespace
+
+QByteArray XmlText(pugi::xml_node node)
+{
+    TextWriter writer;
+    node.print(writer, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+    return writer.text;
+}
 
 SavedXml
 SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like)

@@ -2,6 +2,7 @@
 
 #include <pugixml.hpp>
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +14,9 @@ struct SavedXml
     quint64 digest = 0; ///< of its bytes
     QStringList lost;   ///< what could not be kept of the old file, in the user's words
 };
+
+/// A node as UTF-8 text without layout.
+QByteArray XmlText(pugi::xml_node node);
 
 /// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step,
 /// with the permissions of the old one (or of `like`, where that is named); throws ProgramError with the old file

@@ -82,9 +82,18 @@ qint64 WriteSome(int handle, const char *bytes, qsizetype size)
     return _write(handle, bytes, static_cast<unsigned>(qMin<qsizetype>(size, 1 << 30)));
 }
 
-bool Flush(int handle)
+bool FlushHandle(int handle)
 {
     return _commit(handle) == 0;
+}
+
+// Who has it open for writing lets nobody else do that.
+int OpenHeld(const QString &path)
+{
+    int handle = -1;
+    _wsopen_s(
+        &handle, Native(path), _O_WRONLY | _O_APPEND | _O_BINARY | _O_NOINHERIT, _SH_DENYWR, _S_IREAD | _S_IWRITE);
+    return handle;
 }
 
 // Nobody can remove a file that another process has open.
@@ -113,19 +122,29 @@ qint64 WriteSome(int handle, const char *bytes, qsizetype size)
 }
 
 // "Invalid" is the answer of file systems that cannot flush.
-bool Flush(int handle)
+bool FlushHandle(int handle)
 {
+#ifdef F_FULLFSYNC
+    // There a usual flush ends in the cache of the drive.
+    if (::fcntl(handle, F_FULLFSYNC) == 0)
+        return true;
+#endif
     return ::fsync(handle) == 0 || errno == EINVAL;
+}
+
+int OpenHeld(const QString &path)
+{
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0 || ::flock(handle, LOCK_EX | LOCK_NB) == 0)
+        return handle;
+    ::close(handle);
+    return -1;
 }
 
 void RemoveUnlessHeld(const QString &path)
 {
-    const int handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    if (::flock(handle, LOCK_EX | LOCK_NB) == 0)
-        QFile::remove(path);
-    ::close(handle);
+    if (const auto file = BesideFile::Hold(path))
+        file->Remove();
 }
 
 #endif
@@ -185,6 +204,14 @@ BesideFile::BesideFile(QString target, Rights rights) : m_target(std::move(targe
         OpenNamed(mode);
 }
 
+BesideFile::BesideFile(int handle, QString target) : m_target(std::move(target)), m_handle(handle) {}
+
+std::unique_ptr<BesideFile> BesideFile::Hold(const QString &path)
+{
+    const int handle = OpenHeld(path);
+    return handle < 0 ? nullptr : std::unique_ptr<BesideFile>(new BesideFile(handle, path));
+}
+
 BesideFile::~BesideFile()
 {
     Close();
@@ -229,6 +256,17 @@ bool BesideFile::IsMine() const
 void BesideFile::GiveName()
 {
     Close();
+}
+
+void BesideFile::OpenPlaced()
+{
+    m_handle = OpenHeld(m_target);
+}
+
+void BesideFile::Remove()
+{
+    Close();
+    QFile::remove(m_target);
 }
 
 void BesideFile::Close()
@@ -276,6 +314,15 @@ void BesideFile::GiveName()
     m_path = path;
 }
 
+// It is open still.
+void BesideFile::OpenPlaced() {}
+
+void BesideFile::Remove()
+{
+    QFile::remove(m_target);
+    Close();
+}
+
 void BesideFile::Close()
 {
     if (m_handle >= 0)
@@ -296,14 +343,22 @@ void BesideFile::Write(const char *bytes, qsizetype size)
     }
 }
 
-void BesideFile::Place()
+void BesideFile::Place(Flushing flushing)
 {
-    if (!Flush(m_handle))
-        Fail();
+    if (flushing == Flushing::Now)
+        Flush();
     GiveName();
     RenameFile(m_path, m_target);
     m_path.clear();
+    OpenPlaced();
     // The file is in its place whatever becomes of the rest, so that a failure to save is not what to call it.
-    FlushFolder(QFileInfo(m_target).absolutePath());
+    if (flushing == Flushing::Now)
+        FlushFolder(QFileInfo(m_target).absolutePath());
     RemoveUnfinished(QFileInfo(m_target).absoluteDir(), UnfinishedMark(m_target));
+}
+
+void BesideFile::Flush()
+{
+    if (!FlushHandle(m_handle))
+        Fail();
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <memory>
+
 /// The file itself, there or not, that a path leads to when it is a link.
 QString WithoutLinks(const QString &path);
 
@@ -17,11 +19,16 @@ void RemoveUnfinishedIn(const QString &folder);
 /// A new file that is open for writing in the folder of the one it is to become. It has no name yet where the file
 /// system can do that, else one that tells whose it is. Held by a lock as long as it is being written, and gone with
 /// this object or with the process; where it had a name and the process was killed, it goes with the next save of that
-/// file.
+/// file. Once it is in its place it stays open and held: what is written then is appended.
 class BesideFile
 {
 public:
     enum class Rights { Usual, OwnerOnly };
+    enum class Flushing { Now, Later };
+
+    /// Holds a file that was made by an earlier process, so that nobody takes it for one that is free. Null when some
+    /// other process holds it, or that cannot be told.
+    static std::unique_ptr<BesideFile> Hold(const QString &path);
 
     /// Throws ProgramError when no file can be made there.
     BesideFile(QString target, Rights rights);
@@ -34,14 +41,23 @@ public:
     /// Appends bytes. Throws ProgramError with the system's reason when they could not all be written.
     void Write(const char *bytes, qsizetype size);
 
-    /// Writes it to the disk, then puts it in the target's place. Throws ProgramError with the target untouched.
-    void Place();
+    /// Puts it in the target's place, after it was written to the disk unless that is left to Flush(). Throws
+    /// ProgramError with the target untouched.
+    void Place(Flushing flushing = Flushing::Now);
+
+    /// Writes it to the disk. Throws ProgramError.
+    void Flush();
+
+    /// Deletes it from its place, and lets go of it.
+    void Remove();
 
 private:
+    BesideFile(int handle, QString target);
     bool OpenNameless(int mode);
     void OpenNamed(int mode);
     bool IsMine() const;
     void GiveName();
+    void OpenPlaced();
     void Close();
     [[noreturn]] void Fail() const;
 

@@ -18,6 +18,8 @@ constexpr auto kLiveTitle = "Discbook: Live (Showing 1 Items)"_L1;
 constexpr QFile::Permissions kOwner = QFile::ReadOwner | QFile::WriteOwner;
 constexpr auto kTheirs = "<Catalog><Type>theirs</Type></Catalog>";
 constexpr auto kSave = "Save Confirmation"_L1;
+constexpr auto kRecovery = "Recovery"_L1;
+constexpr auto kRestore = "Unsaved changes to this catalog were found.  Restore them?"_L1;
 
 /// The recent catalogs as they are kept in the settings.
 QByteArray Recent(const QStringList &paths)
@@ -38,6 +40,19 @@ QByteArrayList Copies(const Program &program, const QString &folder)
 }
 
 bool g_keepsModes = true;
+
+QStringList Journals(const Program &program)
+{
+    return QDir(program.folder.Path(u"Recovery"_s)).entryList({u"*.journal"_s}, QDir::Files, QDir::Time);
+}
+
+/// Ends as the program does when it dies with an unsaved edit: the place of the listing is "yx".
+void Die(Program &program)
+{
+    program.Edit();
+    QCOMPARE(Journals(program).size(), 1);
+    program.window.reset();
+}
 
 } // namespace
 
@@ -163,6 +178,87 @@ private slots:
                 QCOMPARE(program.Item("mnuFileSave")->isEnabled(), modified);
             }
         }
+    }
+
+    void whatADeathLeftIsOfferedUntilItIsSavedOrDeclined()
+    {
+        Program program(kLive);
+        Die(program);
+        for (const bool takes : {true, true, false}) {
+            program.prompts.ExpectMessage(kRecovery, takes ? Answer::Yes : Answer::No);
+            program.Start({u"Live.xml"_s});
+            QCOMPARE(program.prompts.LastAsked().text, kRestore);
+            QCOMPARE(program.Item("mnuFileSave")->isEnabled(), takes);
+            program.SelectListing();
+            QCOMPARE(program.Tree()->currentIndex().data().toString(), takes ? u" - yx"_s : u" - x"_s);
+            QCOMPARE(Journals(program).size(), takes ? 1 : 0);
+        }
+        program.Edit();
+        program.Choose("mnuFileSave");
+        QCOMPARE(Journals(program).size(), 0);
+        program.Start({u"Live.xml"_s});
+    }
+
+    void theNewestIsOfferedFirst()
+    {
+        Program program(kLive);
+        Die(program);
+        const QString journal = u"Recovery/"_s + Journals(program)[0];
+        program.folder.Write(QString(journal).replace(u".journal"_s, u"2.journal"_s), program.folder.Read(journal));
+        QFile older(program.folder.Path(journal));
+        QVERIFY(older.open(QFile::Append));
+        QVERIFY(older.setFileTime(QDateTime::currentDateTime().addDays(-1), QFile::FileModificationTime));
+        older.close();
+        program.prompts.ExpectMessage(kRecovery, Answer::Yes);
+        program.Start({u"Live.xml"_s});
+        QCOMPARE(Journals(program).size(), 2);
+        program.prompts.ExpectMessage(kSave, Answer::No);
+        program.prompts.ExpectMessage(kRecovery, Answer::No);
+        program.Choose("mnuFileMRU0");
+        QCOMPARE(Journals(program).size(), 0);
+    }
+
+    void editsOfAnotherContentAreKeptApart()
+    {
+        Program program(kLive);
+        Die(program);
+        program.folder.Write(u"Live.xml"_s, QByteArray(kLive).replace("\"x\"", "\"other\""));
+        program.prompts.ExpectMessage(kRecovery);
+        program.Start({u"Live.xml"_s});
+        QVERIFY(!program.Item("mnuFileSave")->isEnabled());
+        const QString kept = program.prompts.LastAsked().text.section(u"\r\n"_s, 1);
+        QCOMPARE(
+            ReadWholeFile(kept).simplified(), "<Catalog> <Item ID=\"1\" Type=\"Album\" Venue=\"yx\" /> </Catalog>");
+        QCOMPARE(Journals(program).size(), 0);
+    }
+
+    void editsOfAnotherWindowAreItsOwn()
+    {
+        Program program(kLive);
+        program.Edit();
+        Workspace workspace(program.prompts);
+        frmMain second(workspace, program.prompts, {.arguments = {u"Live.xml"_s}, .sizeLimits = true});
+        second.Form_Load();
+        QVERIFY(!workspace.document.IsModified());
+        QCOMPARE(Journals(program).size(), 1);
+        program.prompts.ExpectMessage(kSave, Answer::No);
+        program.Choose("mnuFileExit");
+        QCOMPARE(Journals(program).size(), 0);
+    }
+
+    void editsThatCannotBeKeptAreToldOfOnce()
+    {
+        Program program(kLive);
+        program.folder.Write(u"Recovery"_s, "no folder");
+        program.prompts.ExpectMessage(kRecovery);
+        for (const char *field : {"txtVenue", "txtSource", "txtStoredIn"}) {
+            program.SelectListing();
+            Press(program.Enter(field), u"y"_s);
+            QCoreApplication::processEvents();
+        }
+        QVERIFY(QFile::remove(program.folder.Path(u"Recovery"_s)));
+        program.Enter("trv");
+        QCOMPARE(Journals(program).size(), 1);
     }
 
     void aSaveThatFailsEndsTheCommand()

@@ -8,6 +8,7 @@
 #include "failures.h"
 #include "filecopy.h"
 #include "flatfile.h"
+#include "journal.h"
 #include "modConvertTo12.h"
 #include "paths.h"
 #include "prompts.h"
@@ -64,6 +65,41 @@ void Save(const QString &path)
     document.Save();
 }
 
+/// A catalog whose edits are kept.
+struct Edited
+{
+    explicit Edited(const QString &path)
+    {
+        QObject::connect(&journal, &Journal::failed, Say);
+        if (document.Load(path) != CatalogDocument::LoadResult::Loaded)
+            throw ProgramError(Failure::Read, u"not loaded"_s);
+        document.SetPath(path);
+        journal.Begin(path);
+    }
+
+    CatalogDocument document;
+    Journal journal{document};
+};
+
+// An edit, a death without a save, and what the next run does with what that left.
+void Recover(const QString &path)
+{
+    if (FindJournals(path).empty()) {
+        Edited edited(path);
+        edited.document.SetField(edited.document.Listing(u"1"_s), "Venue", u"new"_s);
+        edited.journal.Flush();
+    }
+    Edited edited(path);
+    for (FoundJournal &found : FindJournals(path)) {
+        const bool fits = found.contents.digest == edited.document.ContentDigest();
+        if (fits)
+            edited.document.Restore(found.contents.edits);
+        if (!fits || edited.journal.GoOnWith(std::move(found.contents.edits)))
+            found.file->Remove();
+    }
+    edited.document.Save();
+}
+
 void Convert(const QString &path)
 {
     Prompts prompts;
@@ -100,12 +136,9 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    const std::map<QString, void (*)(const QString &)> scenarios = {
-        {u"save"_s, Save},
-        {u"convert"_s, Convert},
-        {u"ini"_s, WriteSetting},
-        {u"page"_s, WritePage},
-        {u"list"_s, WriteText}};
+    const std::map<QString, void (*)(const QString &)> scenarios = {{u"save"_s, Save},       {u"recover"_s, Recover},
+                                                                    {u"convert"_s, Convert}, {u"ini"_s, WriteSetting},
+                                                                    {u"page"_s, WritePage},  {u"list"_s, WriteText}};
     const auto scenario = scenarios.find(arguments.value(1));
     if (scenario == scenarios.end() || arguments.size() != 3)
         return 2;

@@ -1,0 +1,36 @@
+#include "catalogedits.h"
+
+#include <limits>
+#include <utility>
+
+using Kind = CatalogEdit::Kind;
+
+void CatalogEdits::Take(CatalogEdit edit)
+{
+    if (edit.kind == Kind::Removal) {
+        TakeRemoval(std::move(edit));
+        return;
+    }
+    const Key key(edit.kind, edit.id, edit.place);
+    if (const auto latest = m_latest.find(key); latest != m_latest.end())
+        latest->second->text = std::move(edit.text);
+    else
+        m_latest[key] = m_edits.insert(m_edits.end(), std::move(edit));
+}
+
+// Behind it, the places of that ID mean other listings.
+void CatalogEdits::TakeRemoval(CatalogEdit removal)
+{
+    if (const auto latest = m_latest.find({Kind::Listing, removal.id, removal.place}); latest != m_latest.end())
+        m_edits.erase(latest->second);
+    m_latest.erase(
+        m_latest.lower_bound({Kind::Listing, removal.id, 0}),
+        m_latest.upper_bound({Kind::Listing, removal.id, std::numeric_limits<quint32>::max()}));
+    m_edits.push_back(std::move(removal));
+}
+
+QByteArray CatalogEdits::Earlier(const CatalogEdit &edit) const
+{
+    const auto latest = m_latest.find({edit.kind, edit.id, edit.place});
+    return latest == m_latest.end() ? QByteArray() : latest->second->text;
+}

@@ -1,0 +1,214 @@
+#include "catalogdocument.h"
+#include "journal.h"
+#include "kit.h"
+#include "rawxml.h"
+
+#include <random>
+
+using Kind = CatalogEdit::Kind;
+
+namespace {
+
+constexpr auto kCatalog =
+    "<Catalog><Type>Radio</Type><Item Venue='first' ID='1' Type='Album'><Notes>n<!--c--><![CDATA[d]]></Notes></Item>"
+    "<Item ID='7' m='a'/><Item m='none'/><WebSource>w</WebSource><Item ID='7' m='b'><Comment> </Comment></Item>"
+    "<Item ID='' m='empty'/><Item ID='7' m='c'/><!--c--><Item ID='07'/></Catalog>";
+
+/// A document whose edits are kept, in a program's folder that others may share.
+struct Life
+{
+    explicit Life(const QString &path)
+    {
+        document.Load(path);
+        journal.Begin(path);
+    }
+
+    /// Goes on with what the newest journal has.
+    bool Recover(const QString &path)
+    {
+        std::vector<FoundJournal> found = FindJournals(path);
+        if (found.size() != 1 || found[0].contents.digest != document.ContentDigest())
+            return false;
+        document.Restore(found[0].contents.edits);
+        found[0].file->Remove();
+        return journal.GoOnWith(std::move(found[0].contents.edits));
+    }
+
+    void Step(std::mt19937 &random);
+
+    /// The listings and lists, each in their order.
+    QByteArray Content() const
+    {
+        QByteArray content;
+        for (const char *name : {"Item", "Type", "WebSource"}) {
+            for (const pugi::xml_node element : document.Catalog().children(name))
+                content += RawXml(element) + '\n';
+        }
+        return content;
+    }
+
+    CatalogDocument document;
+    Journal journal{document};
+};
+
+void Life::Step(std::mt19937 &random)
+{
+    static const QStringList texts = {u""_s, u"a\tb\n"_s, u"ab"_s, u"été <&>'"_s, u"\r\n\\"_s, QString(3000, u'x')};
+    const QString text = texts[random() % texts.size()];
+    std::vector<pugi::xml_node> listings;
+    for (const pugi::xml_node listing : document.Catalog().children("Item"))
+        listings.push_back(listing);
+    if (listings.empty())
+        listings.push_back(document.AppendListing(u"Album"_s));
+    const pugi::xml_node listing = listings[random() % listings.size()];
+    const auto list = random() % 2 == 0 ? CatalogList::RecordingTypes : CatalogList::WebSources;
+    const QString entry = document.Entries(list).value(0);
+    switch (random() % 16) {
+    case 0:
+        document.AppendListing(text);
+        break;
+    case 1:
+        document.AppendCopy(listing);
+        break;
+    case 2:
+    case 3:
+        document.RemoveListing(listing);
+        break;
+    case 4:
+        document.AddEntry(list, QString::number(random() % 99));
+        break;
+    case 5:
+        entry.isEmpty() ? document.AddEntry(list, u"a"_s) : document.RenameEntry(list, entry, u"r"_s);
+        break;
+    case 6:
+        entry.isEmpty() ? document.AddEntry(list, u"b"_s) : document.RemoveEntry(list, entry);
+        break;
+    case 7:
+        journal.Flush();
+        break;
+    case 8:
+        document.SetFormat(listing, text, QDate(2024, 2, 29));
+        break;
+    case 9:
+    case 10:
+        document.SetText(listing, "Notes", text);
+        break;
+    default:
+        document.SetField(listing, "Venue", text);
+    }
+}
+
+} // namespace
+
+class TestJournal : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    /// Each life ends without a word, and the next one goes on where it was.
+    void livesGoOn()
+    {
+        for (unsigned seed = 1; seed <= 4; ++seed) {
+            const TestProgramFolder folder;
+            const QString path = folder.Write(u"Shows.xml"_s, kCatalog);
+            std::mt19937 random(seed);
+            auto life = std::make_unique<Life>(path);
+            for (int crash = 0; crash < 6; ++crash) {
+                for (int step = 0; step < 100; ++step)
+                    life->Step(random);
+                QVERIFY(FindJournals(path).empty());
+                const QByteArray content = life->Content();
+                life = std::make_unique<Life>(path);
+                QVERIFY(life->Recover(path) && life->document.IsModified());
+                QCOMPARE(life->Content(), content);
+                const double highest = life->document.GetNextID();
+                life->document.RemoveListing(life->document.AppendListing({}));
+                QCOMPARE(life->document.GetNextID(), highest);
+            }
+            const QDir journals(folder.Path(u"Recovery"_s));
+            QCOMPARE(journals.entryInfoList(QDir::Files).size(), 1);
+            QVERIFY(journals.entryInfoList(QDir::Files)[0].size() < 400'000);
+            life->document.SetPath(path);
+            life->document.Save();
+            QVERIFY(journals.isEmpty());
+        }
+    }
+
+    /// Cut anywhere or with any byte changed, a journal gives what is whole before.
+    void damaged()
+    {
+        const TestProgramFolder folder;
+        const QString path = folder.Write(u"Shows.xml"_s, kCatalog);
+        Life life(path);
+        QByteArrayList contents;
+        QList<qsizetype> ends;
+        QByteArray journal;
+        const auto edit = [&](auto &&work) {
+            work();
+            contents += life.Content();
+            const QStringList names = QDir(folder.Path(u"Recovery"_s)).entryList(QDir::Files);
+            journal = names.isEmpty() ? QByteArray() : folder.Read(u"Recovery/"_s + names[0]);
+            ends += journal.size();
+        };
+        edit([] {});
+        edit([&] { life.document.SetField(life.document.Listing(u"1"_s), "Venue", u"été"_s); });
+        edit([&] { life.document.RemoveListing(life.document.Listing(u"7"_s)); });
+        edit([&] { life.document.SetField(life.document.Listing(u"1"_s), "Venue", u"été!"_s); });
+        edit([&] { life.document.AddEntry(CatalogList::WebSources, u"x"_s); });
+        edit([&] { life.document.AppendListing(u"Video"_s); });
+        CatalogDocument document;
+        for (qsizetype at = 0; at < journal.size(); ++at) {
+            const auto whole = std::ranges::upper_bound(ends, at) - ends.begin() - 1;
+            QByteArray changed = journal;
+            changed[at] = static_cast<char>(changed[at] ^ (1 << at % 8));
+            for (const QByteArray &bytes : {journal.first(at), changed}) {
+                Life other(path);
+                if (const auto read = ReadJournal(bytes))
+                    other.document.Restore(read->edits);
+                QCOMPARE(other.Content(), contents[whole]);
+            }
+        }
+    }
+
+    void aKeyInALongTextIsFewBytes()
+    {
+        const TestProgramFolder folder;
+        Life life(folder.Write(u"Shows.xml"_s, kCatalog));
+        const pugi::xml_node listing = life.document.Listing(u"1"_s);
+        QString text(100'000, u'x');
+        life.document.SetText(listing, "Notes", text);
+        const QDir journals(folder.Path(u"Recovery"_s));
+        const qint64 size = journals.entryInfoList(QDir::Files)[0].size();
+        for (int key = 0; key < 10; ++key)
+            life.document.SetText(listing, "Notes", text.insert(50'000, u'y'));
+        QVERIFY(journals.entryInfoList(QDir::Files)[0].size() < size + 1000);
+    }
+
+    void senselessEditsAreLeftOut()
+    {
+        const TestProgramFolder folder;
+        Life life(folder.Write(u"Shows.xml"_s, kCatalog));
+        const QByteArray content = life.Content();
+        const std::vector<CatalogEdit> senseless = {
+            {Kind::Listing, "1", 0, "<Item ID='2'/>"},
+            {Kind::Listing, "1", 0, "<Item ID='1'>"},
+            {Kind::Listing, "1", 0, "<Item ID='1' a='&x;'/>"},
+            {Kind::Listing, "1", 0, "<Item ID='1' a='\x01'/>"},
+            {Kind::Listing, "1", 0, "<Item ID='1'/><Item ID='1'/>"},
+            {Kind::Listing, "1", 0, "</Catalog><Catalog><Item ID='1'/>"},
+            {Kind::Listing, "", 0, "<Type/>"},
+            {Kind::Listing, "", 0, {}},
+            {Kind::Removal, "7", 3, {}},
+            {Kind::Removal, "x", 0, {}},
+            {Kind::Entries, "Item", 0, {}}};
+        for (const CatalogEdit &edit : senseless) {
+            CatalogEdits edits;
+            edits.Take(edit);
+            life.document.Restore(edits);
+            QCOMPARE(life.Content(), content);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestJournal)
+#include "test_journal.moc"
