@@ -4,6 +4,7 @@
 #include "flatfile.h"
 #include "labels.h"
 #include "modXMLSubs.h"
+#include "showntext.h"
 
 #include <algorithm>
 #include <iterator>
@@ -40,14 +41,11 @@ const char *IdOf(pugi::xml_node listing)
     return listing.attribute(Field::kId).value();
 }
 
-/// A listing's label, cut where it is far too long for any line.
 QString ShownLabel(pugi::xml_node listing)
 {
     constexpr qsizetype kLongestCharacter = 4; // bytes of UTF-8
-    constexpr qsizetype kShown = BrowseTreeModel::kShownLabelLength;
     const std::string label = ListingLabelUtf8(listing);
-    const QString shown = FromUtf8(std::string_view(label).substr(0, (kShown + 1) * kLongestCharacter));
-    return shown.size() <= kShown ? shown : QString(shown.first(kShown) + u'…');
+    return ShownText(FromUtf8(std::string_view(label).substr(0, (kMostShown + 1) * kLongestCharacter)));
 }
 
 } // namespace
@@ -367,7 +365,7 @@ QVariant BrowseTreeModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole: {
         if (const Group *group = GroupAt(index))
-            return group->text;
+            return ShownText(group->text);
         return ShownLabel(ListingAt(index)->element);
     }
     case Qt::DecorationRole:

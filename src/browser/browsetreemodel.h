@@ -68,9 +68,6 @@ public:
         KeyRole,                    ///< node key
     };
 
-    /// Labels longer than this are cut where they are shown, so that a line of megabytes does not stop the window.
-    static constexpr qsizetype kShownLabelLength = 2000;
-
     /// `pictures` must outlive the model.
     explicit BrowseTreeModel(const PictureList &pictures);
     ~BrowseTreeModel() override;

@@ -1,3 +1,4 @@
+#include "showntext.h"
 #include "testworkspace.h"
 
 #include <QAbstractItemModelTester>
@@ -159,9 +160,11 @@ private slots:
 
     void hugeLabelsAreCutForDisplayOnly()
     {
-        Fixture f("<Item ID='1' Venue='" + QByteArray(5'000'000, 'x') + "'/>");
+        const QByteArray huge(5'000'000, 'x');
+        Fixture f("<Item ID='1' Type='" + huge + "' Venue='" + huge + "'/>");
         f.tree.LoadShows();
-        QCOMPARE(f.ListingText(f.Listing(u"1"_s)).size(), BrowseTreeModel::kShownLabelLength + 1);
+        QCOMPARE(f.ListingText(f.Listing(u"1"_s)).size(), kMostShown + 1);
+        QCOMPARE(f.tree.Model().index(0, 0).data().toString().size(), kMostShown + 1);
     }
 };
 

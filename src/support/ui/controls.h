@@ -1,17 +1,12 @@
 #pragma once
 
+#include "showntext.h"
+
 #include <QLabel>
 
 #include <utility>
 
-/// A text as it is shown, cut where nobody could read on: laying out one of many megabytes takes minutes.
-inline QString ShownText(const QString &text)
-{
-    constexpr qsizetype kMost = 2000;
-    return text.size() <= kMost ? text : text.first(kMost) + QChar(u'…');
-}
-
-/// The same where "&" marks an access key.
+/// A text as it is shown where "&" marks an access key.
 inline QString ShownCaption(const QString &text)
 {
     return ShownText(text).replace(u'&', QLatin1StringView("&&"));
