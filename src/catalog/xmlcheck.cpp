@@ -37,8 +37,8 @@ bool HasNonCharacter(std::string_view text)
 {
     constexpr auto kLead = "\xEF\xBF"sv; // of U+FFC0 to U+FFFF
     for (size_t at = text.find(kLead); at != text.npos; at = text.find(kLead, at + kLead.size())) {
-        const auto last = static_cast<unsigned char>(text[at + kLead.size()]);
-        if (last >= 0xBE)
+        const size_t last = at + kLead.size();
+        if (last < text.size() && static_cast<unsigned char>(text[last]) >= 0xBE)
             return true;
     }
     return false;

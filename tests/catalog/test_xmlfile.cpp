@@ -132,6 +132,7 @@ private slots:
         QVERIFY2(!Load(Encoded("UTF-32LE", u"<"_s) + "\x00\x00\x11\x04"_ba), "no character");
         QVERIFY(!Load("\177ELF\0\1\2"_ba));
         QVERIFY(!Load("<Catalog>\0</Catalog>"_ba));
+        QVERIFY2(!Load("<Catalog/>\xEF\xBF"), "cut off inside a character");
         QVERIFY2(!Load(WithAttributes(100, " a7=''")), "an attribute twice");
         for (const int depth : {kMaxXmlDepth + 1, 100'000}) {
             QVERIFY2(!Load(Nested(depth)), "too deep");
