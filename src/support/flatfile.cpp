@@ -50,9 +50,10 @@ QString FromWindows1252(const QByteArray &bytes)
     return text;
 }
 
+// A U+FEFF at the start would be taken for a mark.
 QByteArray EncodeLocal(const QString &text)
 {
-    return text.toUtf8();
+    return text.startsWith(QChar::ByteOrderMark) ? "\xEF\xBB\xBF" + text.toUtf8() : text.toUtf8();
 }
 
 // A file that came from a Windows system is rarely valid UTF-8 by chance.

@@ -79,6 +79,7 @@ private slots:
             {"a\r\nb", u"a\r\nb"_s},
             {"\xEF\xBB\xBF\xC3\xA9", u"é"_s},
             {"\xEF\xBB\xBF", u""_s},
+            {"\xEF\xBB\xBF\xEF\xBB\xBF-", u"\uFEFF-"_s},
             {"\xFF\xFE\xE9\x00"_ba, u"é"_s},
             {"\xFE\xFF\x00\xE9"_ba, u"é"_s},
 #ifndef Q_OS_WIN
