@@ -19,3 +19,8 @@ if(DISCBOOK_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(discbook_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(DISCBOOK_BUILD_FUZZ)
+  # The fuzzer is led by what its input reaches.
+  target_compile_options(discbook_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
