@@ -24,14 +24,23 @@ constexpr int kExactDigits = 15;
 constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-double ParsedByQt(const char16_t *first, const char16_t *last)
+double ToDouble(const char16_t *first, const char16_t *last)
 {
     return QStringView(first, last).toDouble();
 }
 
-double ParsedByQt(const char *first, const char *last)
+double ToDouble(const char *first, const char *last)
 {
     return QString::fromLatin1(first, last - first).toDouble();
+}
+
+template<class Char>
+double ParsedByQt(const Char *first, const Char *last)
+{
+    // Further ones change no double, be it huge or tiny; Qt would look at millions of them for seconds.
+    constexpr std::ptrdiff_t kMostDigits = 1100;
+    first = std::find_if(first, last, [](Char digit) { return digit != '0'; });
+    return ToDouble(first, first + std::min(last - first, kMostDigits));
 }
 
 template<class Char>
@@ -45,15 +54,15 @@ const Char *SkipBlanks(const Char *at, const Char *end)
 template<class Char>
 FoundNumber FindNumber(const Char *const begin, const Char *const end)
 {
-    const Char *const start = SkipBlanks(begin, end);
-    const Char *at = start;
+    const Char *at = SkipBlanks(begin, end);
     const bool negative = at != end && *at == '-';
     if (at != end && (*at == '-' || *at == '+'))
         ++at;
 
+    const Char *const start = at;
     qint64 digits = 0;
-    int count = 0;
-    int decimals = 0;
+    qsizetype count = 0;
+    qsizetype decimals = 0;
     bool inFraction = false;
     for (; at != end; ++at) {
         if (*at == '.' && !inFraction) {
@@ -69,9 +78,9 @@ FoundNumber FindNumber(const Char *const begin, const Char *const end)
     }
     if (count == 0)
         return {};
-    if (count > kExactDigits)
-        return {ParsedByQt(start, at), at - begin};
-    const double value = static_cast<double>(digits) / kPowersOfTen[static_cast<size_t>(decimals)];
+    const double value = count > kExactDigits
+                             ? ParsedByQt(start, at)
+                             : static_cast<double>(digits) / kPowersOfTen[static_cast<size_t>(decimals)];
     return {negative ? -value : value, at - begin};
 }
 
