@@ -1,5 +1,6 @@
-// Editing in the real window with its view, every listing in one expanded group: the worst case. Each figure is from
-// the event to the painted window. usage: bench_window CATALOG [Google Benchmark's options]
+// Editing in the real window with its view, one group expanded: all listings are in it, which is the worst case, or in
+// that many groups. Each figure is from the event to the painted window.
+// usage: bench_window CATALOG [Google Benchmark's options] [GROUPS]
 
 #include "benchprogram.h"
 #include "frmMain.h"
@@ -15,11 +16,15 @@
 #include <QStringListModel>
 #include <QTreeView>
 
+#include <algorithm>
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 QString catalogPath;
+int numberOfGroups = 1;
 
 /// Answers Yes to everything.
 class YesPrompts : public NoPrompts
@@ -28,14 +33,15 @@ public:
     Answer Message(const QString &, const QString &, Icon, Buttons) override { return Answer::Yes; }
 };
 
-/// A copy of the catalog in which every listing is a concert of 1994.
-QString InOneGroup(const QString &path, const QString &target)
+/// A copy of the catalog in which every listing is a concert of 1994 or of the years before.
+QString InGroups(const QString &path, const QString &target)
 {
     pugi::xml_document document;
     document.load_file(QFile::encodeName(path).constData());
+    int count = 0;
     for (pugi::xml_node listing : document.child("Catalog").children("Item")) {
         listing.attribute("Type") = "Concert";
-        listing.attribute("Year") = "1994";
+        listing.attribute("Year") = 1994 - count++ % numberOfGroups;
     }
     document.save_file(QFile::encodeName(target).constData());
     return target;
@@ -44,12 +50,12 @@ QString InOneGroup(const QString &path, const QString &target)
 class Window
 {
 public:
-    Window() : m_form(m_workspace, m_prompts, {.arguments = {InOneGroup(catalogPath, m_folder.Path(u"One.xml"_s))}})
+    Window() : m_form(m_workspace, m_prompts, {.arguments = {InGroups(catalogPath, m_folder.Path(u"Groups.xml"_s))}})
     {
         m_form.Form_Load();
         m_form.show();
         m_tree = m_form.findChild<QTreeView *>(u"trv"_s);
-        m_tree->setExpanded(Group(0), true);
+        m_tree->setExpanded(Expanded(), true);
         m_form.activateWindow();
         SelectMiddle();
     }
@@ -63,11 +69,15 @@ public:
     }
     static void Close() { Held().reset(); }
 
-    QModelIndex Group(int row) const { return m_tree->model()->index(row, 0); }
+    /// The group that is looked at.
+    QModelIndex Expanded() const
+    {
+        return m_tree->model()->match(m_tree->model()->index(0, 0), BrowseTreeModel::KeyRole, u"y1994"_s).value(0);
+    }
 
     void SelectMiddle()
     {
-        const QModelIndex group = Group(0);
+        const QModelIndex group = Expanded();
         m_tree->setCurrentIndex(m_tree->model()->index(m_tree->model()->rowCount(group) / 2, 0, group));
         m_tree->scrollTo(m_tree->currentIndex());
         Paint();
@@ -151,10 +161,10 @@ void Expand(benchmark::State &state)
     Window &window = Window::Instance();
     for ([[maybe_unused]] auto run : state) {
         state.PauseTiming();
-        window.Tree()->collapse(window.Group(0));
+        window.Tree()->collapse(window.Expanded());
         Window::Paint();
         state.ResumeTiming();
-        window.Tree()->expand(window.Group(0));
+        window.Tree()->expand(window.Expanded());
         Window::Paint();
     }
 }
@@ -167,7 +177,7 @@ void Refresh(benchmark::State &state)
         refresh->trigger();
         Window::Paint();
     }
-    window.Tree()->expand(window.Group(0));
+    window.Tree()->expand(window.Expanded());
 }
 
 void AddAndDelete(benchmark::State &state, const QString &command)
@@ -223,7 +233,7 @@ void Move(benchmark::State &state)
     bool away = false;
     for ([[maybe_unused]] auto run : state) {
         away = !away;
-        year->setEditText(away ? u"1995"_s : u"1994"_s);
+        year->setEditText(away ? u"1993"_s : u"1994"_s);
         Window::Paint();
     }
     year->setEditText(u"1994"_s);
@@ -233,7 +243,7 @@ void Move(benchmark::State &state)
 void BareInsertAndRemove(benchmark::State &state)
 {
     QStringListModel model;
-    const QModelIndex group = Window::Instance().Group(0);
+    const QModelIndex group = Window::Instance().Expanded();
     model.setStringList(QStringList(group.model()->rowCount(group), u"a listing"_s));
     QTreeView view;
     view.setUniformRowHeights(true);
@@ -275,6 +285,8 @@ int main(int argc, char **argv)
         return 2;
     }
     catalogPath = QFile::decodeName(argv[1]);
+    if (argc > 2)
+        numberOfGroups = std::max(1, std::atoi(argv[2]));
     benchmark::RunSpecifiedBenchmarks();
     Window::Close();
     return 0;
