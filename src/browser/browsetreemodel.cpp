@@ -36,6 +36,14 @@ Iterator FindPlace(Iterator first, Iterator last, const Place &place)
         first, last, place, [](const auto &listing, const Place &wanted) { return Place(*listing) < wanted; });
 }
 
+/// After this an insertion needs no memory: what fails for lack of it has changed nothing.
+template<class List>
+void MakeRoom(List &list)
+{
+    if (list.size() == list.capacity())
+        list.reserve(2 * list.size() + 1);
+}
+
 const char *IdOf(pugi::xml_node listing)
 {
     return listing.attribute(Field::kId).value();
@@ -100,8 +108,7 @@ void BrowseTreeModel::BeginLoad()
 
 void BrowseTreeModel::EndLoad()
 {
-    std::ranges::stable_sort(
-        m_nodes.groups, {}, [](const auto &group) -> const auto & { return group->m_sortKey; });
+    std::ranges::stable_sort(m_nodes.groups, ComesBefore);
     RenumberGroups(0);
     beginResetModel();
     m_loading = false;
@@ -119,16 +126,13 @@ BrowseTreeModel::Group &BrowseTreeModel::AddGroup(const QString &key, const QStr
     group.text = text;
     group.picture = picture;
     group.m_sortKey = SortKey(text.toStdString());
+    MakeRoom(m_nodes.groups);
     m_nodes.groupsByKey.insert(key, &group);
     if (m_loading) {
         m_nodes.groups.push_back(std::move(added));
         return group;
     }
-    const auto byKey = [](const auto &one) -> const auto &
-    {
-        return one->m_sortKey;
-    };
-    const auto at = std::ranges::upper_bound(m_nodes.groups, group.m_sortKey, {}, byKey);
+    const auto at = std::ranges::upper_bound(m_nodes.groups, added, ComesBefore);
     const auto row = static_cast<int>(at - m_nodes.groups.begin());
     beginInsertRows({}, row, row);
     m_nodes.groups.insert(at, std::move(added));
@@ -148,15 +152,17 @@ BrowseTreeModel::Listing &BrowseTreeModel::AddListing(Group &group, pugi::xml_no
     listing.picture = picture;
     listing.group = &group;
     listing.order = m_nextOrder++;
-    m_nodes.listingsById.Insert(IdOf(element), &listing);
+    Listings &listings = m_loading ? group.m_listings : group.Ordered();
+    MakeRoom(listings);
     if (m_loading) {
-        group.m_listings.push_back(std::move(added));
+        m_nodes.listingsById.Insert(IdOf(element), &listing);
+        listings.push_back(std::move(added));
         group.m_isInOrder = false;
         return listing;
     }
-    Listings &listings = group.Ordered();
     const auto at = FindPlace(listings.begin(), listings.end(), Place(listing));
     const auto row = static_cast<int>(at - listings.begin());
+    m_nodes.listingsById.Insert(IdOf(element), &listing);
     beginInsertRows(IndexOf(group), row, row);
     listings.insert(at, std::move(added));
     endInsertRows();
@@ -179,6 +185,7 @@ void BrowseTreeModel::MoveToGroup(Listing &listing, int oldRow, Group &group)
     Group &oldGroup = *listing.group;
     Listings &from = oldGroup.Ordered();
     Listings &to = group.Ordered();
+    MakeRoom(to);
     const auto at = FindPlace(to.begin(), to.end(), Place(listing));
     const auto newRow = static_cast<int>(at - to.begin());
     beginMoveRows(IndexOf(oldGroup), oldRow, oldRow, IndexOf(group), newRow);

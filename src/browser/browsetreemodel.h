@@ -129,6 +129,10 @@ private:
         IdMap<Listing *> listingsById;
     };
 
+    static bool ComesBefore(const std::unique_ptr<Group> &group, const std::unique_ptr<Group> &other)
+    {
+        return group->m_sortKey < other->m_sortKey;
+    }
     int RowOf(const Listing &listing) const;
     void MoveToGroup(Listing &listing, int oldRow, Group &group);
     void MoveWithinGroup(Listing &listing, int oldRow);

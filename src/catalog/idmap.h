@@ -28,13 +28,13 @@ public:
     void Insert(const char *id, Value value)
     {
         const size_t place = PlaceOf(id);
-        ++m_size;
         if (place >= m_numbered.size() && place < kSpare * static_cast<size_t>(m_size) + kFew)
             m_numbered.resize(place + 1);
         if (place < m_numbered.size())
             m_numbered[place] = value;
         else
             m_others.insert({id}, value);
+        ++m_size;
     }
 
     /// Removes the value of an ID that has one.
