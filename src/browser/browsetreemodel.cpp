@@ -25,7 +25,11 @@ struct Place
           order(listing.order)
     {
     }
-    auto operator<=>(const Place &) const = default;
+    bool operator<(const Place &other) const
+    {
+        const int compared = sortKey.compare(other.sortKey);
+        return compared != 0 ? compared < 0 : order < other.order;
+    }
 };
 
 /// Where a place stands, or would stand, in a part of a list that is in order.
@@ -72,7 +76,7 @@ const BrowseTreeModel::Listings &BrowseTreeModel::Group::InOrder() const
     placed.reserve(m_listings.size());
     for (auto &listing : m_listings)
         placed.emplace_back(Place(*listing), &listing);
-    std::ranges::sort(placed);
+    std::sort(placed.begin(), placed.end());
     Listings ordered;
     ordered.reserve(placed.size());
     for (const auto &[place, listing] : placed)

@@ -336,7 +336,7 @@ QString Use::Fault() const
         (count > 0 && !m_window->windowTitle().endsWith(shown)))
         return u"caption "_s + m_window->windowTitle();
     const auto *listing = model.ListingAt(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
-    if (m_window->findChild<QWidget *>(u"cboType"_s)->isVisible() != (listing != nullptr))
+    if (m_window->findChild<QWidget *>(u"cboType"_s)->isVisible() != bool(listing))
         return u"panel, when the current node is "_s +
                model.NodeKey(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
     return listing ? FaultOfPanel(listing->element) : QString();
