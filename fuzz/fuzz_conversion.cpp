@@ -7,8 +7,6 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 /// How many listings of a file have content, and an ID with that text in it.
 static qsizetype Listings(const QString &path, const QString &idPart)
 {

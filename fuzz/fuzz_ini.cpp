@@ -7,8 +7,6 @@
 #include <optional>
 #include <set>
 
-using namespace Qt::StringLiterals;
-
 /// The values by section and key; nothing when two keys have one name: either may come first after a load.
 static std::optional<std::map<QStringList, QString>> Values(const clsINI &file)
 {

@@ -11,8 +11,6 @@
 
 #include <QDataStream>
 
-using namespace Qt::StringLiterals;
-
 static QByteArray Written(const JournalContents &journal)
 {
     QByteArray bytes = JournalHead(journal.catalog, journal.digest);

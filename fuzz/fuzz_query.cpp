@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <vector>
 
-using namespace Qt::StringLiterals;
-
 void Check(const QByteArray &input)
 {
     static CatalogDocument document;

@@ -7,8 +7,6 @@
 
 #include <expat.h>
 
-using namespace Qt::StringLiterals;
-
 static bool IsXml(const QByteArray &utf8)
 {
     const XML_Parser parser = XML_ParserCreate("UTF-8");

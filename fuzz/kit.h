@@ -11,6 +11,8 @@
 #include <cassert>
 #include <cstdint>
 
+using namespace Qt::StringLiterals;
+
 /// The parts of an input, between form feeds; one that is not there is empty.
 struct Parts
 {
