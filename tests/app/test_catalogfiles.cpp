@@ -40,6 +40,7 @@ QByteArrayList Copies(const Program &program, const QString &folder)
 }
 
 bool g_keepsModes = true;
+int g_flushes = 0;
 
 QStringList Journals(const Program &program)
 {
@@ -58,6 +59,12 @@ void Die(Program &program)
 
 #ifdef Q_OS_LINUX
 // The program's own, as on a file system without modes.
+extern "C" int fsync(int handle)
+{
+    ++g_flushes;
+    return static_cast<int>(syscall(SYS_fsync, handle));
+}
+
 extern "C" int fchmod(int handle, mode_t mode) noexcept
 {
     return g_keepsModes ? static_cast<int>(syscall(SYS_fchmod, handle, mode)) : -1;
@@ -198,6 +205,29 @@ private slots:
         QCOMPARE(Journals(program).size(), 0);
         program.Start({u"Live.xml"_s});
     }
+
+#ifdef Q_OS_LINUX
+    void editsAreOnTheDiskWhenTheirFieldOrListingIsLeft()
+    {
+        Program program(kLive);
+        const auto flushes = [](auto &&work) {
+            g_flushes = 0;
+            work();
+            return g_flushes > 0;
+        };
+        program.Edit();
+        QVERIFY(!flushes([&] { QTest::keyClicks(&program.Field("txtVenue"), u"y"_s); }));
+        QVERIFY(flushes([&] { program.Enter("txtSource"); }));
+        QVERIFY(!flushes([&] { program.Enter("trv"); }));
+        program.SelectListing();
+        QTest::keyClicks(&program.Field("txtVenue"), u"y"_s);
+        QVERIFY(flushes([&] { program.Tree()->setCurrentIndex(program.Tree()->model()->index(0, 0)); }));
+        QVERIFY(!flushes([&] { program.SelectListing(); }));
+        QVERIFY(flushes([&] { program.Choose("mnuFileNewSource"); }));
+        program.prompts.ExpectMessage(u"Delete Confirmation"_s, Answer::Yes);
+        QVERIFY(flushes([&] { program.Choose("mnuEditDeleteListing"); }));
+    }
+#endif
 
     void theNewestIsOfferedFirst()
     {
