@@ -3,6 +3,7 @@
 #include "modXMLSubs.h"
 #include "panelfields.h"
 #include "program.h"
+#include "recordingtypes.h"
 #include "xmlwriter.h"
 
 #include <cstdlib>
@@ -14,19 +15,6 @@ namespace {
 /// While it is not 0, memory for the program's own code (not for Qt's) runs out at that request. Hashes of Qt end the
 /// program when they get none, so they always do.
 int memoryEndsAt = 0;
-
-/// Whoever stands outside of the program has memory enough.
-class Outside
-{
-public:
-    Outside() : m_inside(std::exchange(memoryEndsAt, 0)) {}
-    ~Outside() { memoryEndsAt = m_inside; }
-    Outside(const Outside &) = delete;
-    Outside &operator=(const Outside &) = delete;
-
-private:
-    int m_inside;
-};
 
 extern "C" char __executable_start, etext; // NOLINT(bugprone-reserved-identifier)
 
@@ -84,24 +72,24 @@ public:
 
     Answer Message(const QString &, const QString &, Icon, Buttons buttons) override
     {
-        const Outside outside;
+        const QScopedValueRollback enough(memoryEndsAt, 0);
         if (buttons == Buttons::Ok)
             return Answer::Ok;
         return AnyOf(std::array{Answer::Yes, Answer::No, buttons == Buttons::YesNo ? Answer::No : Answer::Cancel});
     }
     QString Input(const QString &, const QString &, const QString &) override
     {
-        const Outside outside;
+        const QScopedValueRollback enough(memoryEndsAt, 0);
         return AnyOf(std::array{u""_s, u"Radio"_s, u"R&B"_s, u"http://a.b"_s});
     }
     QString OpenFile(const FileRequest &) override
     {
-        const Outside outside;
+        const QScopedValueRollback enough(memoryEndsAt, 0);
         return AnyOf(std::array{u""_s, Path(u"Live"_s), Path(u"Odd"_s)});
     }
     QString SaveFile(const FileRequest &request) override
     {
-        const Outside outside;
+        const QScopedValueRollback enough(memoryEndsAt, 0);
         return AnyOf(std::array{u""_s, Path(request.title == "New Catalog"_L1 ? u"New"_s : u"Report"_s)});
     }
     void OpenWithDefaultProgram(const QString &) override {}
@@ -168,6 +156,10 @@ private:
     void Press(QWidget &target);
     template<class Widget>
     Widget *AnyVisible(QWidget &parent);
+    pugi::xml_node AnyListingNotShown();
+    void Edit(pugi::xml_node listing);
+    bool IsShown(pugi::xml_node listing) const;
+    QString FaultOfLoad() const;
     QString FaultOfPanel(pugi::xml_node listing) const;
 
     TestProgramFolder m_folder;
@@ -198,7 +190,7 @@ Widget *Use::AnyVisible(QWidget &parent)
 /// A key at a time, and after a while it is closed.
 void Use::UseDialog()
 {
-    const Outside outside;
+    const QScopedValueRollback enough(memoryEndsAt, 0);
     QWidget *dialog =
         QApplication::activePopupWidget() ? QApplication::activePopupWidget() : QApplication::activeModalWidget();
     if (!dialog) {
@@ -236,7 +228,7 @@ std::pair<QString, std::function<void()>> Use::Next()
 {
     auto *tree = m_window->findChild<QTreeView *>(u"trv"_s);
     QWidget *const focus = m_window->focusWidget() ? m_window->focusWidget() : m_window.get();
-    switch (m_anybody.Any(8)) {
+    switch (m_anybody.Any(10)) {
     case 0: {
         QList<QAction *> items = m_window->menuBar()->findChildren<QAction *>();
         items.removeIf([](const QAction *item) {
@@ -265,9 +257,79 @@ std::pair<QString, std::function<void()>> Use::Next()
             return {u"type into "_s + field->objectName(), [=] { QTest::keyClicks(field, text); }};
         }
         [[fallthrough]];
+    case 6:
+    case 7:
+        if (const pugi::xml_node listing = AnyListingNotShown())
+            return {u"edit"_s, [this, listing] { Edit(listing); }};
+        [[fallthrough]];
     default:
         return {u"key to "_s + focus->objectName(), [this, focus] { Press(*focus); }};
     }
+}
+
+/// One that is not in the panel, which shows its own edits alone.
+pugi::xml_node Use::AnyListingNotShown()
+{
+    const auto listings = m_workspace->document.Catalog().children("Item");
+    const auto count = std::distance(listings.begin(), listings.end());
+    const auto listing = count > 0 ? *std::next(listings.begin(), m_anybody.Any(size_t(count))) : pugi::xml_node();
+    const auto *current =
+        m_workspace->tree.Model().ListingAt(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
+    return current && current->element == listing ? pugi::xml_node() : listing;
+}
+
+void Use::Edit(pugi::xml_node listing)
+{
+    CatalogDocument &document = m_workspace->document;
+    switch (m_anybody.Any(8)) {
+    case 0:
+        return document.RemoveListing(listing);
+    case 1:
+        document.AppendCopy(listing);
+        return;
+    case 2:
+        return document.SetFormat(listing, QString::fromUtf8(m_anybody.AnyOf(kFormats)), QDate(2024, 2, 29));
+    case 3:
+        return document.SetField(listing, "WrongDate", m_anybody.AnyOf(std::array{u"1"_s, u""_s}));
+    case 4:
+        return document.SetField(listing, "Type", QString::fromUtf8(m_anybody.AnyOf(kTypes)));
+    case 5:
+        return document.SetField(listing, "Year", QString::fromUtf8(m_anybody.AnyOf(kYears)));
+    default:
+        return document.SetField(listing, "Venue", m_anybody.AnyOf(std::array{u""_s, u"B"_s, u"été"_s, u"zz"_s}));
+    }
+}
+
+bool Use::IsShown(pugi::xml_node listing) const
+{
+    const QString type = ReadAttribute(listing, "Type");
+    const QString format = ReadAttribute(listing, "Format");
+    const std::array shown{true, format == "CD"_L1, format == "MP3"_L1, format != "CD"_L1, format.isEmpty()};
+    const ShownTypes &types = m_workspace->types;
+    return types.IsShown(types.Find(type.isEmpty() ? u"Concert"_s : type)) &&
+           shown[size_t(m_workspace->options.filter)] &&
+           (m_workspace->options.showWrongDate || ReadAttribute(listing, "WrongDate") != "1"_L1);
+}
+
+/// What is wrong with a tree just loaded: each listing that is to be shown is there, once for each ID, and in its
+/// group.
+QString Use::FaultOfLoad() const
+{
+    QSet<QString> ids;
+    for (const pugi::xml_node listing : m_workspace->document.Catalog().children("Item")) {
+        const QString id = ReadAttribute(listing, "ID");
+        const QString type = ReadAttribute(listing, "Type");
+        if (!IsShown(listing) || ids.contains(id))
+            continue;
+        ids.insert(id);
+        const auto *node = m_workspace->tree.FindNode(listing);
+        const QString group = type.isEmpty() || type == "Concert"_L1 ? u'y' + NumberText(ReadNumber(listing, "Year"))
+                              : type == "Outtakes"_L1 || FindBuiltInType(type.toStdString()) < 0 ? type
+                                                                                                 : type + u's';
+        if (!node || node->group->key != group)
+            return u"%1 is not in %2"_s.arg(id, group);
+    }
+    return ids.size() == m_workspace->tree.ShownCount() ? QString() : u"others are shown"_s;
 }
 
 QString Use::FaultOfPanel(pugi::xml_node listing) const
@@ -292,6 +354,8 @@ QString Use::FaultOfRefresh()
     if (!refresh->isEnabled())
         return {};
     refresh->trigger();
+    if (const QString fault = FaultOfLoad(); !fault.isEmpty())
+        return fault;
     const QString refreshed = RowsOf(m_workspace->tree);
     Workspace fresh(m_anybody);
     fresh.settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s));
@@ -355,8 +419,8 @@ private slots:
         const auto number = [](const char *name, int usual) {
             return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : usual;
         };
-        const int steps = number("DISCBOOK_STEPS", 150);
-        for (int seed = 1; seed <= number("DISCBOOK_LIVES", 4); ++seed) {
+        const int steps = number("DISCBOOK_STEPS", 250);
+        for (int seed = 1; seed <= number("DISCBOOK_LIVES", 6); ++seed) {
             Use use(static_cast<unsigned>(seed), seed % 2 == 0);
             QString last;
             for (int step = 1; step <= steps; ++step) {
@@ -370,11 +434,5 @@ private slots:
     }
 };
 
-int main(int argc, char **argv)
-{
-    const Application application(argc, argv);
-    TestRandomUse test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TEST_OF_SUITE(TestRandomUse)
 #include "test_randomuse.moc"

@@ -85,30 +85,6 @@ private slots:
         QCOMPARE(f.tree.ShownCount(), 9);
     }
 
-    void choicesOfTheView()
-    {
-        Fixture f(kShows, "Show-Radio=False\r\nShow-Album=False\r\n");
-        f.prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
-        const std::vector<std::pair<ViewFilter, QString>> filters = {
-            {ViewFilter::All, u"8|3 2 6|1|9"_s},
-            {ViewFilter::LosslessOnly, u"|2 6||"_s},
-            {ViewFilter::LossyOnly, u"||1|9"_s},
-            {ViewFilter::NeedLossless, u"8|3|1|9"_s},
-            {ViewFilter::DoNotHave, u"8|3||"_s}};
-        for (const auto &[filter, shown] : filters) {
-            f.options.filter = filter;
-            f.tree.LoadShows();
-            QStringList groups;
-            for (const auto &group : f.tree.Model().Groups()) {
-                QStringList ids;
-                for (const auto &listing : group->InOrder())
-                    ids.append(listing->Id());
-                groups.append(ids.join(u' '));
-            }
-            QCOMPARE(groups.join(u'|'), shown);
-        }
-    }
-
     void newTypeJoinsTheCatalog()
     {
         Fixture f("<Item ID='1' Type='R&amp;B'/><Item ID='2' Type='R&amp;B'/><Item ID='3' Type='concert'/>");
