@@ -347,15 +347,17 @@ QString Use::FaultOfPanel(pugi::xml_node listing) const
     return {};
 }
 
-/// What a refresh shows is what a program started anew shows of the same document.
+/// What each filter shows is right, and a refresh shows what a program started anew shows of the same document.
 QString Use::FaultOfRefresh()
 {
-    QAction *refresh = m_window->findChild<QAction *>(u"mnuEditRefresh"_s);
-    if (!refresh->isEnabled())
+    if (!m_window->findChild<QAction *>(u"mnuEditRefresh"_s)->isEnabled())
         return {};
-    refresh->trigger();
-    if (const QString fault = FaultOfLoad(); !fault.isEmpty())
-        return fault;
+    for (const char *item :
+         {"mnuViewFilter1", "mnuViewFilter2", "mnuViewFilter3", "mnuViewFilter4", "mnuViewFilter0", "mnuEditRefresh"}) {
+        m_window->findChild<QAction *>(QLatin1StringView(item))->trigger();
+        if (const QString fault = FaultOfLoad(); !fault.isEmpty())
+            return QLatin1StringView(item) + fault;
+    }
     const QString refreshed = RowsOf(m_workspace->tree);
     Workspace fresh(m_anybody);
     fresh.settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s));
