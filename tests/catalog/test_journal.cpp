@@ -54,7 +54,7 @@ struct Life
 void Life::Step(std::mt19937 &random)
 {
     static const QStringList texts = {u""_s, u"a\tb\n"_s, u"ab"_s, u"été <&>'"_s, u"a\rb\\"_s, QString(3000, u'x')};
-    const QString text = texts[random() % texts.size()];
+    const QString text = texts[static_cast<qsizetype>(random() % static_cast<size_t>(texts.size()))];
     std::vector<pugi::xml_node> listings;
     for (const pugi::xml_node listing : document.Catalog().children("Item"))
         listings.push_back(listing);
