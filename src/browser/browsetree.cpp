@@ -77,6 +77,8 @@ bool BrowseTree::LoadShowList(const std::vector<pugi::xml_node> &listings)
 template<class Listings>
 bool BrowseTree::Load(const Listings &listings)
 {
+    // A load that broke off has left groups that are gone.
+    m_knownGroups.clear();
     m_model.BeginLoad();
     // What was added is shown even when a later listing failed.
     const bool added = m_types.ChangeTogether([&] {

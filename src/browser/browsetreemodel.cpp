@@ -101,6 +101,7 @@ void BrowseTreeModel::Clear()
     beginResetModel();
     m_nodes = {};
     m_nextOrder = 0;
+    m_loading = false;
     endResetModel();
 }
 

@@ -67,7 +67,7 @@ public:
     template<class List>
     auto AnyOf(const List &list)
     {
-        return list[static_cast<size_t>(Any(std::size(list)))];
+        return *std::next(std::begin(list), Any(static_cast<size_t>(std::size(list))));
     }
 
     Answer Message(const QString &, const QString &, Icon, Buttons buttons) override
