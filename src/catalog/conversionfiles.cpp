@@ -64,7 +64,7 @@ QStringList
 ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const
 {
     auto dropMerged = qScopeGuard([this] { QFile::remove(merged); });
-    const QStringList lost = WriteMerged(mergedCatalog, *this);
+    QStringList lost = WriteMerged(mergedCatalog, *this);
     stepDone(ConversionStep::MergedFileWritten);
     MakeFolder(backupFolder);
     CopyWholeFile(catalog, catalogBackup);
