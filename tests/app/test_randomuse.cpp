@@ -38,6 +38,10 @@ void *operator new[](size_t size)
 {
     return Allocate(size, nullptr);
 }
+void *operator new(size_t size, const std::nothrow_t &) noexcept
+{
+    return std::malloc(size == 0 ? 1 : size);
+}
 void operator delete(void *memory) noexcept
 {
     std::free(memory);

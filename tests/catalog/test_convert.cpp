@@ -180,7 +180,8 @@ private slots:
         const OldCatalog old("<Catalog/>", "<User>" + users + "</User>");
         QVERIFY(old.Convert());
         QByteArray converted;
-        for (const pugi::xml_node item : LoadXml(old.path)->document->document_element())
+        const auto file = LoadXml(old.path);
+        for (const pugi::xml_node item : file->document->document_element())
             converted += item.attribute("Format").value() + "|"_ba;
         QCOMPARE(converted, expected);
     }
