@@ -8,7 +8,13 @@ class UserPrompts
 {
 public:
     enum class Icon { None, Information, Question, Critical };
-    enum class Buttons { Ok, YesNo, YesNoDefaultNo, YesNoCancel };
+    enum class Buttons {
+        Ok,
+        YesNo,
+        YesNoDefaultNo,
+        YesNoCancel,
+        YesNoOrNeither, ///< closing the box is no answer: Cancel, for which there is no button
+    };
     enum class Answer { Ok, Yes, No, Cancel };
 
     /// What an open or save dialog starts from. Filters are pairs of description and pattern separated by "|".
@@ -26,7 +32,7 @@ public:
     UserPrompts &operator=(const UserPrompts &) = delete;
     virtual ~UserPrompts() = default;
 
-    /// Shows a message and waits. Closing the box answers Cancel where there is one, else No, else Ok.
+    /// Shows a message and waits. Closing the box answers Cancel where that is an answer, else No, else Ok.
     virtual Answer
     Message(const QString &text, const QString &title, Icon icon = Icon::None, Buttons buttons = Buttons::Ok) = 0;
 

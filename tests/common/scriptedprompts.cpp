@@ -36,6 +36,7 @@ bool IsOffered(UserPrompts::Answer answer, UserPrompts::Buttons buttons)
     case UserPrompts::Buttons::YesNoDefaultNo:
         return answer == Answer::Yes || answer == Answer::No;
     case UserPrompts::Buttons::YesNoCancel:
+    case UserPrompts::Buttons::YesNoOrNeither:
         break;
     }
     return answer != Answer::Ok;

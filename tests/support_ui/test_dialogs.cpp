@@ -60,7 +60,8 @@ private slots:
             {Buttons::YesNoDefaultNo, Icon::Question, Box::Question, Qt::Key_Escape, Answer::No},
             {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Return, Answer::Yes},
             {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_Escape, Answer::Cancel},
-            {Buttons::YesNoCancel, Icon::None, Box::NoIcon, Qt::Key_N, Answer::No}};
+            {Buttons::YesNoOrNeither, Icon::None, Box::NoIcon, Qt::Key_Escape, Answer::Cancel},
+            {Buttons::YesNoOrNeither, Icon::None, Box::NoIcon, Qt::Key_N, Answer::No}};
         const WaitCursor loading;
         for (const auto &[buttons, icon, shown, key, answer] : cases) {
             QWidget hidden;

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <limits>
 
@@ -51,6 +52,11 @@ void SetButtons(QMessageBox &box, UserPrompts::Buttons buttons)
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         box.setDefaultButton(QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::Cancel);
+        break;
+    case UserPrompts::Buttons::YesNoOrNeither:
+        // Left to itself, the box takes its closing for a No.
+        SetButtons(box, UserPrompts::Buttons::YesNoCancel);
+        box.button(QMessageBox::Cancel)->hide();
         break;
     }
 }
