@@ -1,6 +1,5 @@
 #include "catalogfiles.h"
 
-#include "atomicfile.h"
 #include "failures.h"
 #include "modConvertTo12.h"
 #include "paths.h"
@@ -80,7 +79,8 @@ bool CatalogFiles::Convert(const QString &path, const QString &companion)
         else
             wait.reset();
     };
-    return ConvertFileTo12(path, companion, m_prompts, {.working = working, .stepDone = {}});
+    const auto converted = [&](const QStringList &lost) { m_overwrite.TellOfLost(path, lost); };
+    return ConvertFileTo12(path, companion, m_prompts, {.working = working, .stepDone = {}, .converted = converted});
 }
 
 CatalogDocument::LoadResult CatalogFiles::Load(const QString &path)
@@ -121,8 +121,7 @@ void CatalogFiles::mnuFileNewCatalog_Click()
         if (path.isEmpty())
             return;
         m_overwrite.BeforeNew(path);
-        CatalogDocument::WriteNewCatalog(path);
-        m_overwrite.Written(path);
+        m_overwrite.Written(path, CatalogDocument::WriteNewCatalog(path));
         OpenCatalog(path);
         // Also when nothing was opened, since the conversion of its companion was declined.
         if (m_recent.Paths().value(0) != path)
@@ -161,26 +160,16 @@ bool CatalogFiles::mnuFileSave_Click()
     const auto saved = Guarded(kModule, "mnuFileSave_Click", [this] {
         if (!m_overwrite.BeforeSave())
             return false;
-        const QStringList lost = Save();
-        m_overwrite.Written(m_document.Path());
-        TellOnce(lost);
+        m_overwrite.Written(m_document.Path(), Save());
         return true;
     });
     return saved.value_or(false);
 }
 
-QStringList CatalogFiles::Save()
+SavedXml CatalogFiles::Save()
 {
     const WaitCursor wait;
     return m_document.Save();
-}
-
-void CatalogFiles::TellOnce(const QStringList &lost)
-{
-    if (lost.isEmpty() || m_toldOf.contains(m_document.Path()))
-        return;
-    m_toldOf += m_document.Path();
-    TellWhatWasLost(m_prompts, m_document.Path(), lost);
 }
 
 bool CatalogFiles::OfferToSave()

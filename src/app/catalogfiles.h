@@ -6,7 +6,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
 class RecentCatalogs;
 class TreePane;
@@ -47,8 +46,7 @@ signals:
 private:
     bool Convert(const QString &path, const QString &companion);
     CatalogDocument::LoadResult Load(const QString &path);
-    QStringList Save();
-    void TellOnce(const QStringList &lost);
+    SavedXml Save();
     void ReplaceByEmptyDocument();
     void GoBack(const QString &failedPath);
 
@@ -58,5 +56,4 @@ private:
     UserPrompts &m_prompts;
     SafeOverwrite m_overwrite;
     Recovery m_recovery;
-    QStringList m_toldOf; ///< catalogs of which a save could not keep everything
 };

@@ -2,6 +2,7 @@
 
 #include "catalogcopies.h"
 #include "catalogdocument.h"
+#include "contentdigest.h"
 #include "failures.h"
 #include "modXMLSubs.h"
 #include "paths.h"
@@ -19,7 +20,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr auto kModule = "frmMain";
 constexpr auto kTitle = "Recovery"_L1;
+
+/// Returns where.
+QString KeepCatalog(pugi::xml_document &edited, const QString &catalog)
+{
+    CleanXML(edited);
+    const QString path = NewCopyPath(kTitle, catalog, ContentDigest(XmlText(edited)));
+    SaveXml(edited, XmlEncoding(), path, catalog);
+    return path;
+}
+
+/// Under a name that is not looked for any more.
+QString PutAside(std::unique_ptr<BesideFile> journal)
+{
+    const QString from = journal->Target();
+    const QString to = from + u".kept"_s;
+    journal.reset();
+    RenameFile(from, to);
+    return to;
+}
 
 } // namespace
 
@@ -35,48 +56,49 @@ Recovery::Recovery(CatalogDocument &document, UserPrompts &prompts)
 
 void Recovery::Offer()
 {
-    Guarded("frmMain", "OfferRecovery", [this] {
+    Guarded(kModule, "OfferRecovery", [this] {
         const QString catalog = CanonicalPath(m_document.Path());
         m_journal.Begin(catalog);
-        for (FoundJournal &found : FindJournals(catalog)) {
+        for (FoundJournal &found : FindJournals(catalog, m_document.ContentDigest())) {
             if (found.contents.digest != m_document.ContentDigest())
-                KeepApart(found);
-            else if (TakesBack(found))
+                Guarded(kModule, "KeepApart", [&] { KeepApart(found); });
+            else if (EndsTheOffer(found))
                 return;
         }
     });
 }
 
-/// Asks for one journal's edits. Older ones wait for another opening when these are taken.
-bool Recovery::TakesBack(FoundJournal &found)
+/// Asks for one journal's edits. Others wait for another opening when these are taken, or nothing is answered.
+bool Recovery::EndsTheOffer(FoundJournal &found)
 {
     const auto answer = m_prompts.Message(
         u"Unsaved changes to this catalog were found.  Restore them?"_s, kTitle, UserPrompts::Icon::Question,
-        UserPrompts::Buttons::YesNo);
-    const bool takes = answer == UserPrompts::Answer::Yes;
-    if (takes)
-        m_document.Restore(found.contents.edits);
-    // They are not saved yet.
-    if (!takes || m_journal.GoOnWith(std::move(found.contents.edits)))
+        UserPrompts::Buttons::YesNoOrNeither);
+    if (answer == UserPrompts::Answer::No)
         found.file->Remove();
-    return takes;
+    if (answer == UserPrompts::Answer::Yes) {
+        m_document.Restore(found.contents.edits);
+        m_journal.GoOnWith(std::move(found)); // they are not saved yet
+    }
+    return answer != UserPrompts::Answer::No;
 }
 
-/// Edits of another content are not mixed into this one.
+/// Edits of another content are not mixed into this one. The journal goes when all that it has is somewhere else, or
+/// told.
 void Recovery::KeepApart(FoundJournal &found)
 {
     pugi::xml_document edited;
-    GatherEdits(edited, found.contents.edits);
-    CleanXML(edited);
-    const QString path = NewCopyPath(kTitle, m_document.Path());
-    SaveXml(edited, XmlEncoding(), path, m_document.Path());
-    found.file->Remove();
-    m_prompts.Message(
-        u"Unsaved changes to this catalog were found, but the catalog has changed since they were made.  They are kept "
-        u"as "
-        u"a catalog of their own:\r\n"_s +
-            path,
-        kTitle, UserPrompts::Icon::Information);
+    const NotGathered rest = GatherEdits(edited, found.contents.edits);
+    QString text = u"Unsaved changes to this catalog were found, but the catalog has changed since they were made."_s;
+    if (edited.document_element().first_child())
+        text += u"  They are kept as a catalog of their own:\r\n"_s + KeepCatalog(edited, m_document.Path());
+    if (rest.removals > 0)
+        text += u"\r\nDeletions of listings that were not done again: %1"_s.arg(rest.removals);
+    if (rest.senseless > 0 || !found.contents.isWhole)
+        text += u"\r\nWhat could not be understood is kept in\r\n"_s + PutAside(std::move(found.file));
+    else
+        found.file->Remove();
+    m_prompts.Message(text, kTitle, UserPrompts::Icon::Information);
 }
 
 void Recovery::TellOfFailure(const QString &reason)

@@ -27,7 +27,7 @@ public:
     void DropEdits() { m_journal.Discard(); }
 
 private:
-    bool TakesBack(FoundJournal &found);
+    bool EndsTheOffer(FoundJournal &found);
     void KeepApart(FoundJournal &found);
     void TellOfFailure(const QString &reason);
 

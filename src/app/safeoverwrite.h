@@ -1,16 +1,18 @@
 #pragma once
 
+#include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
-#include <exception>
 #include <optional>
 
 class CatalogDocument;
 class UserPrompts;
+struct SavedXml;
 
-/// Sees to it that nothing is lost by the saving of catalogs: the first of a run backs up the file as it was opened,
-/// and what another program wrote is replaced only when the user says so, and kept then.
+/// Sees to it that nothing is lost by the saving of catalogs: what this run has not written itself is backed up as it
+/// was opened, and what another program wrote meanwhile is replaced only when the user says so, and kept then.
 class SafeOverwrite
 {
 public:
@@ -24,18 +26,25 @@ public:
     /// Before a new catalog is written, perhaps over another file: that is backed up, whatever this run saved in it.
     void BeforeNew(const QString &path) { BackUp(path, {}); }
 
-    /// After a catalog was written: there is nothing of it to back up any more in this run.
-    void Written(const QString &path);
+    /// After a catalog was written: tells what could not be kept of the file that was there.
+    void Written(const QString &path, const SavedXml &saved);
+
+    /// Tells the user what a new file could not have of the old one; once of each catalog in a run.
+    void TellOfLost(const QString &path, const QStringList &lost);
 
 private:
-    void BackUp(const QString &path, std::optional<quint64> digest);
-    void TellOfNoBackup(const std::exception &reason);
+    bool BackUp(const QString &path, std::optional<quint64> digest);
+    void TellOfNoBackup();
     bool IsOnDisk(quint64 digest) const;
+    bool IsKept(quint64 digest);
     bool MayOverwrite() const;
-    quint64 KeepOther() const;
+    quint64 KeepOther();
 
     const CatalogDocument &m_document;
     UserPrompts &m_prompts;
-    QSet<QString> m_backedUp; ///< canonical paths
+    /// What this run has written to a catalog or copied of it last: its digest, by the canonical path.
+    QHash<QString, quint64> m_kept;
+    QSet<QString> m_toldOfLost; ///< canonical paths
+    QString m_noBackup;         ///< why there is none of what is being overwritten
     bool m_toldOfNoBackup = false;
 };

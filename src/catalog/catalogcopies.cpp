@@ -7,8 +7,10 @@
 #include "paths.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -17,41 +19,46 @@ namespace {
 constexpr auto kBackups = "Backups"_L1;
 constexpr qsizetype kKept = 5;
 
+constexpr QStringView kTime = u"yyyy-MM-dd HH.mm.ss";
+
 /// How the copies of a catalog are called; by name they are in the order of their times.
 class CopyNames
 {
 public:
     explicit CopyNames(const QString &catalogPath);
 
-    QString Name(const QDateTime &time) const { return m_start + time.toString(kTime) + m_end; }
-    /// The time in a name, not valid in that of anything else.
-    QDateTime Time(const QString &name) const;
+    /// The name up to what tells the content.
+    QString Start(const QDateTime &time) const { return m_start + time.toString(kTime) + m_mark; }
+    QString Name(const QDateTime &time, quint64 contentDigest) const;
+    bool IsOne(const QString &name) const;
 
 private:
-    static constexpr auto kTime = u"yyyy-MM-dd HH.mm.ss";
-
     QString m_start;
-    QString m_end;
+    QString m_mark; ///< behind the time
 };
 
 CopyNames::CopyNames(const QString &catalogPath)
 {
     const QString path = CanonicalPath(catalogPath);
-    const QString digest = u"%1"_s.arg(ContentDigest(path.toUtf8()), 16, 16, QChar(u'0'));
     m_start = ShortName(FileTitle(path)) + u' ';
-    m_end = u' ' + digest.first(8) + u".xml"_s;
+    m_mark = u' ' + DigestDigits(ContentDigest(path.toUtf8())) + u'-';
 }
 
-QDateTime CopyNames::Time(const QString &name) const
+QString CopyNames::Name(const QDateTime &time, quint64 contentDigest) const
 {
-    const qsizetype size = name.size() - m_start.size() - m_end.size();
-    const bool isCopy = size > 0 && name.startsWith(m_start) && name.endsWith(m_end);
-    return isCopy ? QDateTime::fromString(name.sliced(m_start.size(), size), kTime) : QDateTime();
+    return Start(time) + DigestDigits(contentDigest) + u".xml"_s;
 }
 
-CatalogCopy Copy(const QString &catalogPath, const QString &folder)
+bool CopyNames::IsOne(const QString &name) const
 {
-    CatalogCopy copy{.path = NewCopyPath(folder, catalogPath)};
+    const bool isAsLong = name.size() == Name(QDateTime::currentDateTime(), 0).size();
+    return isAsLong && name.startsWith(m_start) && name.sliced(m_start.size() + kTime.size()).startsWith(m_mark);
+}
+
+CatalogCopy Copy(const QString &catalogPath, const QString &folder, std::optional<quint64> digest = {})
+{
+    const quint64 expected = digest ? *digest : FileDigest(catalogPath).value_or(0);
+    CatalogCopy copy{.path = NewCopyPath(folder, catalogPath, expected)};
     copy.digest = CopyWholeFile(catalogPath, copy.path);
     // Copies have names of their own, so that none would come by what another has left.
     RemoveUnfinishedIn(InFolder(ProgramFolder(), folder));
@@ -59,10 +66,9 @@ CatalogCopy Copy(const QString &catalogPath, const QString &folder)
 }
 
 // Who opens a backup and goes on in it does not lose that.
-bool IsAsMade(const QString &backup, const QDateTime &time)
+bool IsAsMade(const QString &backup)
 {
-    constexpr qint64 kLongestCopying = 60;
-    return time.isValid() && QFileInfo(backup).lastModified() <= time.addSecs(kLongestCopying);
+    return FileTitle(backup).endsWith(DigestDigits(FileDigest(backup).value_or(0)));
 }
 
 // Whatever the clock says, the newest stays.
@@ -70,27 +76,32 @@ void RemoveOldBackups(const QString &catalogPath, const QString &newest)
 {
     const CopyNames names(catalogPath);
     const QString folder = InFolder(ProgramFolder(), kBackups);
-    QStringList old;
-    for (const QString &name : FilesInFolder(folder, u"*.xml"_s)) {
-        const QString path = InFolder(folder, name);
-        if (path != newest && IsAsMade(path, names.Time(name)))
-            old += path;
+    QStringList copies = FilesInFolder(folder, u"*.xml"_s);
+    copies.removeIf([&names](const QString &name) { return !names.IsOne(name); });
+    for (qsizetype i = 0; i < copies.size() - kKept; ++i) {
+        const QString path = InFolder(folder, copies[i]);
+        if (path != newest && IsAsMade(path))
+            QFile::remove(path);
     }
-    for (qsizetype i = 0; i <= old.size() - kKept; ++i)
-        QFile::remove(old[i]);
 }
 
 } // namespace
 
-QString NewCopyPath(const QString &folder, const QString &catalogPath)
+// Where something of that second is there, one of a later takes care of the order.
+QString NewCopyPath(const QString &folder, const QString &catalogPath, quint64 contentDigest)
 {
     const QString fullFolder = InFolder(ProgramFolder(), folder);
     MakeFolder(fullFolder);
     const CopyNames names(catalogPath);
+    const QStringList files = QDir(fullFolder).entryList(QDir::Files);
+    const auto isTaken = [&](const QDateTime &time) {
+        const QString start = names.Start(time);
+        return std::ranges::any_of(files, [&start](const QString &name) { return name.startsWith(start); });
+    };
     QDateTime time = QDateTime::currentDateTime();
-    while (QFileInfo::exists(InFolder(fullFolder, names.Name(time))))
+    while (isTaken(time))
         time = time.addSecs(1);
-    return InFolder(fullFolder, names.Name(time));
+    return InFolder(fullFolder, names.Name(time, contentDigest));
 }
 
 CatalogCopy CopyToRecovery(const QString &catalogPath)
@@ -101,8 +112,8 @@ CatalogCopy CopyToRecovery(const QString &catalogPath)
 bool BackUpCatalog(const QString &catalogPath, std::optional<quint64> digest)
 {
     if (IsMissing(catalogPath))
-        return false;
-    const CatalogCopy copy = Copy(catalogPath, kBackups);
+        return true;
+    const CatalogCopy copy = Copy(catalogPath, kBackups, digest);
     if (digest && copy.digest != *digest) {
         QFile::remove(copy.path);
         return false;

@@ -6,7 +6,6 @@
 #include "modXMLSubs.h"
 #include "numbers.h"
 #include "restoring.h"
-#include "xmlwriter.h"
 
 #include <algorithm>
 #include <cstring>
@@ -111,7 +110,7 @@ void CatalogDocument::Clear()
     SetModified(false);
 }
 
-QStringList CatalogDocument::Save()
+SavedXml CatalogDocument::Save()
 {
     CleanXML(*m_file.document, [this](pugi::xml_node element) {
         if (element.parent() != Catalog())
@@ -123,18 +122,19 @@ QStringList CatalogDocument::Save()
         emit listingAboutToBeRemoved(element);
         m_index.Remove(element);
     });
-    SavedXml saving = SaveXml(*m_file.document, m_file.encoding, m_path);
+    SavedXml saving = SaveXml(
+        *m_file.document, m_file.encoding, m_path, {}, [this](quint64 digest) { emit aboutToReplaceFile(digest); });
     m_file.digest = saving.digest;
     SetModified(false);
     emit saved();
-    return saving.lost;
+    return saving;
 }
 
-void CatalogDocument::WriteNewCatalog(const QString &path)
+SavedXml CatalogDocument::WriteNewCatalog(const QString &path)
 {
     pugi::xml_document document;
     document.append_child(Element::kCatalog);
-    SaveXml(document, XmlEncoding(), path);
+    return SaveXml(document, XmlEncoding(), path);
 }
 
 pugi::xml_node CatalogDocument::Catalog() const

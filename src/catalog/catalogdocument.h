@@ -2,6 +2,7 @@
 
 #include "catalogindex.h"
 #include "xmlfile.h"
+#include "xmlwriter.h"
 
 #include <QDate>
 #include <QObject>
@@ -60,12 +61,11 @@ public:
     void Clear();
 
     /// Cleans the document, writes it to Path() and clears the modified flag. Throws ProgramError, or ReportedFailure
-    /// when the clean-up failed; the file is then as it was and the flag still set. Returns what could not be kept of
-    /// the old file, in the user's words.
-    QStringList Save();
+    /// when the clean-up failed; the file is then as it was and the flag still set.
+    SavedXml Save();
 
     /// Writes a new catalog without listings to a file; the document in memory is not touched. Throws ProgramError.
-    static void WriteNewCatalog(const QString &path);
+    static SavedXml WriteNewCatalog(const QString &path);
 
     /// The Catalog element; null in an empty document.
     pugi::xml_node Catalog() const;
@@ -120,6 +120,8 @@ signals:
     void modifiedChanged(bool modified);
     /// The document is about to be replaced; every element of it dies.
     void aboutToBeReplaced();
+    /// What was written for a save is about to take the place of the file's content; this is its digest.
+    void aboutToReplaceFile(quint64 digest);
     /// The document was cleaned and written.
     void saved();
     void listingAdded(pugi::xml_node listing);

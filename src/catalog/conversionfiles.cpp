@@ -1,6 +1,7 @@
 #include "conversionfiles.h"
 
 #include "besidefile.h"
+#include "contentdigest.h"
 #include "failures.h"
 #include "filecopy.h"
 #include "flatfile.h"
@@ -24,6 +25,15 @@ void Delete(const QString &path)
     FlushFolder(QFileInfo(path).absolutePath());
 }
 
+// Of a long name what tells it is enough, since the whole would be too long with something added.
+QString MergedPath(const QString &catalog)
+{
+    const QString name = FileTitle(catalog, true);
+    const QString start = ShortName(name);
+    const QString digits = start == name ? QString() : u'-' + DigestDigits(ContentDigest(name.toUtf8()));
+    return catalog.chopped(name.size()) + start + digits + u".converted"_s;
+}
+
 /// The merged file takes the catalog's place, unless something else has come into being there.
 void PutInPlace(const ConversionFiles &files)
 {
@@ -42,11 +52,16 @@ QStringList WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
 
 } // namespace
 
+QString ConversionBackupFolder()
+{
+    return InFolder(ProgramFolder(), u"Conversion Backup"_s);
+}
+
 ConversionFiles::ConversionFiles(const QString &catalogPath, const QString &userPath)
     : catalog(WithoutLinks(catalogPath)),
       user(userPath),
-      merged(catalog + kMergedSuffix),
-      backupFolder(InFolder(ProgramFolder(), u"Conversion Backup"_s)),
+      merged(MergedPath(catalog)),
+      backupFolder(ConversionBackupFolder()),
       catalogBackup(InFolder(backupFolder, FileTitle(catalog, true))),
       userBackup(InFolder(backupFolder, FileTitle(userPath, true)))
 {

@@ -7,8 +7,8 @@
 
 struct XmlFile;
 
-/// The end of a merged file's name, behind that of its catalog.
-inline constexpr QLatin1StringView kMergedSuffix{".converted"};
+/// Where the old files of converted catalogs are kept.
+QString ConversionBackupFolder();
 
 /// The steps of a conversion that change something on disk, in their order.
 enum class ConversionStep {

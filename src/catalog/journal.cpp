@@ -28,7 +28,6 @@ QString CatalogMark(const QString &catalog)
 
 QString NewJournalPath(const QString &catalog)
 {
-    MakeFolder(RecoveryFolder());
     const QString number = QUuid::createUuid().toString(QUuid::Id128);
     return InFolder(RecoveryFolder(), ShortName(FileTitle(catalog)) + CatalogMark(catalog) + number + u".journal"_s);
 }
@@ -38,23 +37,25 @@ QString NewJournalPath(const QString &catalog)
 Journal::Journal(CatalogDocument &document) : m_document(document)
 {
     connect(&document, &CatalogDocument::listingEdited, this, [this](pugi::xml_node listing) {
-        Record(m_document.EditOf(listing));
+        Record([&] { return m_document.EditOf(listing); });
     });
     connect(&document, &CatalogDocument::listingAdded, this, [this](pugi::xml_node listing) {
-        Record(m_document.EditOf(listing));
+        Record([&] { return m_document.EditOf(listing); });
         Flush();
     });
     connect(&document, &CatalogDocument::listingAboutToBeRemoved, this, [this](pugi::xml_node listing) {
-        Record(m_document.RemovalOf(listing));
+        Record([&] { return m_document.RemovalOf(listing); });
     });
     connect(&document, &CatalogDocument::entriesChanged, this, [this](CatalogList list) {
-        Record(m_document.EditOf(list));
+        Record([&] { return m_document.EditOf(list); });
     });
+    connect(&document, &CatalogDocument::aboutToReplaceFile, this, &Journal::RecordSaving);
     connect(&document, &CatalogDocument::listingRemoved, this, &Journal::Flush);
     connect(&document, &CatalogDocument::saved, this, &Journal::Discard);
     connect(&document, &CatalogDocument::aboutToBeReplaced, this, [this] {
         Discard();
         m_catalog.clear();
+        m_path.clear();
     });
 }
 
@@ -63,13 +64,17 @@ void Journal::Begin(const QString &catalog)
     m_catalog = catalog;
 }
 
-bool Journal::GoOnWith(CatalogEdits edits)
+/// The file itself goes on, so that there is never a second one with the same edits. A damaged one is written anew in
+/// its place.
+void Journal::GoOnWith(FoundJournal found)
 {
-    m_edits = std::move(edits);
+    m_path = found.file->Target();
+    m_file = std::move(found.file);
+    m_edits = std::move(found.contents.edits);
+    m_firstSize = m_size = QFileInfo(m_path).size();
+    m_isWhole = found.contents.isWhole;
     m_isFlushed = false;
-    m_isWhole = false;
     Flush();
-    return m_isWhole;
 }
 
 /// Runs what writes. Whatever it throws ends here: an edit does not fail because its journal does.
@@ -86,11 +91,13 @@ bool Journal::Try(Step &&step)
     return false;
 }
 
-void Journal::Record(CatalogEdit edit)
+template<class MakeEdit>
+void Journal::Record(MakeEdit &&makeEdit)
 {
     if (m_catalog.isEmpty())
         return;
     Try([&] {
+        CatalogEdit edit = makeEdit();
         const QByteArray record = m_isWhole ? JournalRecord(edit, m_edits.Earlier(edit)) : QByteArray();
         m_edits.Take(std::move(edit));
         m_isFlushed = false;
@@ -99,28 +106,49 @@ void Journal::Record(CatalogEdit edit)
     });
 }
 
+/// When the program dies after the save but before the journal is gone, its edits are not offered again. A failure is
+/// not told: nothing is lost by it.
+void Journal::RecordSaving(quint64 digest)
+{
+    if (!m_file)
+        return;
+    try {
+        if (!m_isWhole)
+            WriteAll();
+        Append(SavingRecord(digest));
+        m_file->Flush();
+    } catch (const std::exception &) {
+        m_isWhole = false;
+        m_isFlushed = false;
+    }
+}
+
 void Journal::Append(const QByteArray &record)
 {
     if (!m_file) {
-        WriteAll(BesideFile::Flushing::Later);
+        WriteAll();
         return;
     }
     m_file->Write(record.constData(), record.size());
     m_size += record.size();
 }
 
-/// The new file is there before the old one goes.
-void Journal::WriteAll(BesideFile::Flushing flushing)
+/// A new file is flushed with the next Flush(); one that takes the place of another is at once.
+void Journal::WriteAll()
 {
+    if (m_path.isEmpty())
+        m_path = NewJournalPath(m_catalog);
+    MakeFolder(RecoveryFolder());
     QByteArray bytes = JournalHead(m_catalog, m_document.ContentDigest());
     for (const CatalogEdit &edit : m_edits.All())
         bytes += JournalRecord(edit, {});
-    auto file = std::make_unique<BesideFile>(NewJournalPath(m_catalog), BesideFile::Rights::OwnerOnly);
+    auto file = std::make_unique<BesideFile>(m_path, BesideFile::Rights::OwnerOnly);
     file->Write(bytes.constData(), bytes.size());
-    file->Place(flushing);
-    std::swap(m_file, file);
-    if (file)
-        file->Remove();
+    if (m_file)
+        file->PlaceOver(*m_file);
+    else
+        file->Place(BesideFile::Flushing::Later);
+    m_file = std::move(file);
     m_firstSize = m_size = bytes.size();
     m_isWhole = true;
     m_isNew = true;
@@ -138,9 +166,8 @@ void Journal::Flush()
         return;
     m_isFlushed = Try([this] {
         if (!m_isWhole || HasOutgrown())
-            WriteAll(BesideFile::Flushing::Now);
-        else
-            m_file->Flush();
+            WriteAll();
+        m_file->Flush();
         if (std::exchange(m_isNew, false))
             FlushFolder(RecoveryFolder());
     });
@@ -156,22 +183,49 @@ void Journal::Discard()
     m_isFlushed = true;
 }
 
-std::vector<FoundJournal> FindJournals(const QString &catalog)
+namespace {
+
+/// What the last save has put in the catalog's place is not done to it again.
+void LeaveOutSaved(JournalContents &contents, quint64 digest)
+{
+    if (contents.savedAs != digest)
+        return;
+    contents.digest = digest;
+    contents.edits = std::move(contents.laterEdits);
+    contents.isWhole = false; // of what is left
+}
+
+/// Nothing when another process holds it, or it tells nothing.
+std::optional<FoundJournal> FindJournal(const QString &path, quint64 digest)
+{
+    auto file = BesideFile::Hold(path);
+    if (!file)
+        return std::nullopt;
+    const QByteArray bytes = ReadWholeFile(path);
+    if (IsOfLaterFormat(bytes))
+        return std::nullopt;
+    auto contents = ReadJournal(bytes).value_or(JournalContents());
+    LeaveOutSaved(contents, digest);
+    if (!contents.edits.IsEmpty())
+        return FoundJournal{std::move(file), std::move(contents)};
+    file->Remove();
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<FoundJournal> FindJournals(const QString &catalog, quint64 digest)
 {
     std::vector<FoundJournal> journals;
     RemoveUnfinishedIn(RecoveryFolder());
     const QDir folder(RecoveryFolder());
     const QString pattern = u'*' + CatalogMark(catalog) + u"*.journal"_s;
     for (const QString &name : folder.entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Time)) {
-        const QString path = InFolder(RecoveryFolder(), name);
-        auto file = BesideFile::Hold(path);
-        auto contents = file ? ReadJournal(ReadWholeFile(path)) : std::nullopt;
-        if (!contents || contents->catalog != catalog)
-            continue;
-        if (contents->edits.IsEmpty())
-            file->Remove();
-        else
-            journals.push_back({std::move(file), std::move(*contents)});
+        Guarded("Journal", "FindJournals", [&] {
+            auto found = FindJournal(InFolder(RecoveryFolder(), name), digest);
+            if (found && found->contents.catalog == catalog)
+                journals.push_back(std::move(*found));
+        });
     }
     return journals;
 }

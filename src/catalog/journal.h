@@ -10,6 +10,17 @@
 
 class CatalogDocument;
 
+/// A journal that no living process holds; nobody else takes it as long as this one does.
+struct FoundJournal
+{
+    std::unique_ptr<BesideFile> file;
+    JournalContents contents;
+};
+
+/// The journals of a catalog that earlier runs have left, the newest first. Those that tell nothing which the catalog
+/// of that content does not have are removed. What cannot be read is reported.
+std::vector<FoundJournal> FindJournals(const QString &catalog, quint64 digest);
+
 /// Keeps a document's edits on the disk as long as they are not saved, so that they outlive the program. The file is
 /// made with the first edit, and gone when the document is saved or replaced; it stays when this object ends before.
 class Journal : public QObject
@@ -23,8 +34,8 @@ public:
     /// From now on the document is that of a file, told by its canonical path.
     void Begin(const QString &catalog);
 
-    /// Takes over edits that were restored. False when they could not be written.
-    bool GoOnWith(CatalogEdits edits);
+    /// Goes on with a journal whose edits were restored.
+    void GoOnWith(FoundJournal found);
 
     /// Writes to the disk what the system still holds back. Nothing to do is nothing.
     void Flush();
@@ -37,15 +48,18 @@ signals:
     void failed(const QString &reason);
 
 private:
-    void Record(CatalogEdit edit);
+    template<class MakeEdit>
+    void Record(MakeEdit &&makeEdit);
+    void RecordSaving(quint64 digest);
     void Append(const QByteArray &record);
-    void WriteAll(BesideFile::Flushing flushing);
+    void WriteAll();
     bool HasOutgrown() const;
     template<class Step>
     bool Try(Step &&step);
 
     CatalogDocument &m_document;
     QString m_catalog;
+    QString m_path; ///< of all journals of the open catalog in this run: there is never more than one
     CatalogEdits m_edits;
     std::unique_ptr<BesideFile> m_file; ///< from the first edit on
     qint64 m_size = 0;
@@ -54,13 +68,3 @@ private:
     bool m_isFlushed = true;
     bool m_isNew = true; ///< the file's name is not on the disk yet
 };
-
-/// A journal that no living process holds; nobody else takes it as long as this one does.
-struct FoundJournal
-{
-    std::unique_ptr<BesideFile> file;
-    JournalContents contents;
-};
-
-/// The journals of a catalog that earlier runs have left, the newest first.
-std::vector<FoundJournal> FindJournals(const QString &catalog);

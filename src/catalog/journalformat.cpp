@@ -11,6 +11,8 @@
 namespace {
 
 constexpr QByteArrayView kMark("Discbook journal 1\n");
+constexpr QByteArrayView kAnyMark("Discbook journal ");
+constexpr quint8 kSaving = 3; ///< where an edit has its kind
 
 template<class... Values>
 QByteArray Packed(const Values &...values)
@@ -66,6 +68,24 @@ std::optional<CatalogEdit> EditOf(const QByteArray &record, const CatalogEdits &
     return edit;
 }
 
+/// Takes up what a record tells; false when it makes no sense.
+bool TakeRecord(JournalContents &contents, const QByteArray &record)
+{
+    QDataStream stream(record);
+    quint8 kind = 0;
+    if (Unpack(stream, kind) && kind == kSaving) {
+        contents.laterEdits = {};
+        return Unpack(stream, contents.savedAs);
+    }
+    auto edit = EditOf(record, contents.edits);
+    if (!edit)
+        return false;
+    if (contents.savedAs != 0)
+        contents.laterEdits.Take(*edit);
+    contents.edits.Take(std::move(*edit));
+    return true;
+}
+
 } // namespace
 
 QByteArray JournalHead(const QString &catalog, quint64 digest)
@@ -83,6 +103,17 @@ QByteArray JournalRecord(const CatalogEdit &edit, const QByteArray &earlier)
     return Record(quint8(edit.kind), edit.id, edit.place, quint32(start), quint32(end), middle);
 }
 
+QByteArray SavingRecord(quint64 digest)
+{
+    return Record(kSaving, digest);
+}
+
+// A beginning of our own mark is a journal that was cut off.
+bool IsOfLaterFormat(const QByteArray &bytes)
+{
+    return bytes.startsWith(kAnyMark) && !bytes.startsWith(kMark) && !kMark.startsWith(bytes);
+}
+
 std::optional<JournalContents> ReadJournal(const QByteArray &bytes)
 {
     if (!bytes.startsWith(kMark))
@@ -98,11 +129,11 @@ std::optional<JournalContents> ReadJournal(const QByteArray &bytes)
     if (!Unpack(headStream, catalog, contents.digest))
         return std::nullopt;
     contents.catalog = QString::fromUtf8(catalog);
-    while (const auto record = NextRecord(stream)) {
-        auto edit = EditOf(*record, contents.edits);
-        if (!edit)
-            break;
-        contents.edits.Take(std::move(*edit));
+    while (!stream.atEnd()) {
+        const auto record = NextRecord(stream);
+        if (!record || !TakeRecord(contents, *record))
+            return contents;
     }
+    contents.isWhole = true;
     return contents;
 }

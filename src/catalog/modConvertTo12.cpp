@@ -1,6 +1,5 @@
 #include "modConvertTo12.h"
 
-#include "atomicfile.h"
 #include "catalogindex.h"
 #include "failures.h"
 #include "fields.h"
@@ -193,7 +192,8 @@ bool ConvertFileTo12(
             prompts.Message(refusal->text, refusal->title, refusal->icon);
             return false;
         }
-        TellWhatWasLost(prompts, catalogPath, std::get<QStringList>(result));
+        if (observer.converted)
+            observer.converted(std::get<QStringList>(result));
         return true;
     });
     return converted.value_or(false);
@@ -213,8 +213,9 @@ bool FinishInterruptedConversion(const QString &catalogPath)
 
 void FinishInterruptedConversions(const QString &folder)
 {
-    for (const QString &name : FilesInFolder(folder, u"*"_s + kMergedSuffix))
-        FinishInterruptedConversion(InFolder(folder, name.chopped(kMergedSuffix.size())));
+    // Whatever was cut off, the backups have the names of the catalogs.
+    for (const QString &name : FilesInFolder(ConversionBackupFolder(), u"*"_s))
+        FinishInterruptedConversion(InFolder(folder, name));
 }
 
 QString FormatNameFromCode(const QString &code)

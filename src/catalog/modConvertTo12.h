@@ -15,6 +15,8 @@ struct ConversionObserver
 {
     std::function<void(bool)> working;            ///< true when the work starts, false when it ends, in every case
     std::function<void(ConversionStep)> stepDone; ///< after each step on disk
+    /// At the end, with what could not be kept of the old catalog's file, in the user's words.
+    std::function<void(const QStringList &)> converted = {};
 };
 
 /// Where the user's data of an older catalog lies: "Shows User.xml" beside "Shows.xml".

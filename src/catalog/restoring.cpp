@@ -84,11 +84,12 @@ std::vector<QString> Texts(const CatalogEdit &edit)
     return texts;
 }
 
-/// Only what differs is touched: entries that are alike at both ends stay what they are.
-void RestoreEntries(pugi::xml_node catalog, const CatalogEdit &edit)
+/// False when there is no such list. Only what differs is touched: entries that are alike at both ends stay what they
+/// are.
+bool RestoreEntries(pugi::xml_node catalog, const CatalogEdit &edit)
 {
     if (edit.id != Element::kType && edit.id != Element::kWebSource)
-        return;
+        return false;
     const std::vector<QString> texts = Texts(edit);
     const auto found = catalog.children(edit.id.constData());
     const std::vector<pugi::xml_node> entries(found.begin(), found.end());
@@ -109,6 +110,13 @@ void RestoreEntries(pugi::xml_node catalog, const CatalogEdit &edit)
         const char *const name = edit.id.constData();
         SetElementText(isLast ? catalog.append_child(name) : catalog.insert_child_before(name, *entry), *text);
     }
+    return true;
+}
+
+bool GatherListing(pugi::xml_node catalog, const CatalogEdit &edit)
+{
+    const auto file = ParseListing(edit);
+    return file && catalog.append_copy(file->document->document_element().first_child());
 }
 
 } // namespace
@@ -131,13 +139,16 @@ void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit
     index.Build(catalog);
 }
 
-void GatherEdits(pugi::xml_document &document, const CatalogEdits &edits)
+NotGathered GatherEdits(pugi::xml_document &document, const CatalogEdits &edits)
 {
-    pugi::xml_node catalog = document.append_child(Element::kCatalog);
+    NotGathered rest;
+    const pugi::xml_node catalog = document.append_child(Element::kCatalog);
     for (const CatalogEdit &edit : edits.All()) {
-        if (edit.kind == CatalogEdit::Kind::Entries)
-            RestoreEntries(catalog, edit);
-        else if (const auto file = ParseListing(edit))
-            catalog.append_copy(file->document->document_element().first_child());
+        const bool isList = edit.kind == CatalogEdit::Kind::Entries;
+        if (edit.kind == CatalogEdit::Kind::Removal)
+            ++rest.removals;
+        else if (!(isList ? RestoreEntries(catalog, edit) : GatherListing(catalog, edit)))
+            ++rest.senseless;
     }
+    return rest;
 }

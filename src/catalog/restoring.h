@@ -2,6 +2,8 @@
 
 #include <pugixml.hpp>
 
+#include <QtGlobal>
+
 class CatalogEdits;
 class CatalogIndex;
 
@@ -9,5 +11,12 @@ class CatalogIndex;
 /// sense is left out.
 void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits);
 
+/// What a catalog that was made of edits alone does not have.
+struct NotGathered
+{
+    qsizetype removals = 0;
+    qsizetype senseless = 0; ///< edits that make no sense
+};
+
 /// Gathers what edits have made of listings and lists, as a catalog of its own.
-void GatherEdits(pugi::xml_document &document, const CatalogEdits &edits);
+NotGathered GatherEdits(pugi::xml_document &document, const CatalogEdits &edits);

@@ -103,12 +103,15 @@ QByteArray XmlText(pugi::xml_node node)
     return writer.text;
 }
 
-SavedXml
-SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like)
+SavedXml SaveXml(
+    const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like,
+    const std::function<void(quint64)> &aboutToReplace)
 {
     AtomicFile file(path, like);
     FileWriter writer(encoding, file);
     document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
     const quint64 digest = writer.Finish();
+    if (aboutToReplace)
+        aboutToReplace(digest);
     return {.digest = digest, .lost = file.Commit()};
 }

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 struct XmlEncoding;
 
 /// What is to be known of a file that was saved.
@@ -20,6 +22,7 @@ QByteArray XmlText(pugi::xml_node node);
 
 /// Writes a document in its encoding, one element a line, indented by tabs. Puts the file in its place in one step,
 /// with the permissions of the old one (or of `like`, where that is named); throws ProgramError with the old file
-/// untouched when that fails.
-SavedXml
-SaveXml(const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like = {});
+/// untouched when that fails. Just before that step, `aboutToReplace` is told the digest.
+SavedXml SaveXml(
+    const pugi::xml_document &document, const XmlEncoding &encoding, const QString &path, const QString &like = {},
+    const std::function<void(quint64)> &aboutToReplace = {});

@@ -3,8 +3,6 @@
 #include "failures.h"
 #include "fileattributes.h"
 #include "flatfile.h"
-#include "paths.h"
-#include "prompts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -52,12 +50,4 @@ QStringList AtomicFile::Commit()
     QStringList lost = m_like.isEmpty() ? QStringList() : CopyAttributes(m_like, m_file.handle());
     m_file.Place();
     return lost;
-}
-
-void TellWhatWasLost(UserPrompts &prompts, const QString &path, const QStringList &lost)
-{
-    if (lost.isEmpty())
-        return;
-    const QString text = u"%1 was saved, but the system did not let these be kept of the file as it was: %2."_s;
-    prompts.Message(text.arg(FileTitle(path, true), lost.join(u", "_s)), u"Save"_s, UserPrompts::Icon::Information);
 }

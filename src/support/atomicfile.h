@@ -5,8 +5,6 @@
 #include <QString>
 #include <QStringList>
 
-class UserPrompts;
-
 /// A file that comes into being whole or not at all. Bytes are written beside the target; Commit() flushes them to
 /// disk and only then renames them over the target. Anything else leaves the target as it was.
 class AtomicFile
@@ -28,6 +26,3 @@ private:
     QString m_like; ///< empty for a file that is like no other
     BesideFile m_file;
 };
-
-/// Tells the user what Commit() could not keep of a catalog; nothing when it kept everything.
-void TellWhatWasLost(UserPrompts &prompts, const QString &path, const QStringList &lost);

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 
 #include <cerrno>
 #include <cstdio>
@@ -121,6 +122,13 @@ qint64 WriteSome(int handle, const char *bytes, qsizetype size)
     return ::write(handle, bytes, static_cast<size_t>(size));
 }
 
+// Between its opening and its locking, a file may have been removed or replaced by the one that held it.
+bool HasName(int handle)
+{
+    struct stat info = {};
+    return ::fstat(handle, &info) == 0 && info.st_nlink > 0;
+}
+
 // "Invalid" is the answer of file systems that cannot flush.
 bool FlushHandle(int handle)
 {
@@ -134,8 +142,9 @@ bool FlushHandle(int handle)
 
 int OpenHeld(const QString &path)
 {
-    const int handle = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (handle < 0 || ::flock(handle, LOCK_EX | LOCK_NB) == 0)
+    constexpr int kFlags = O_RDWR | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const int handle = ::open(QFile::encodeName(path).constData(), kFlags);
+    if (handle < 0 || (::flock(handle, LOCK_EX | LOCK_NB) == 0 && HasName(handle)))
         return handle;
     ::close(handle);
     return -1;
@@ -263,6 +272,12 @@ void BesideFile::OpenPlaced()
     m_handle = OpenHeld(m_target);
 }
 
+// Nor can another file take its place.
+void BesideFile::LetReplace()
+{
+    Close();
+}
+
 void BesideFile::Remove()
 {
     Close();
@@ -297,9 +312,8 @@ bool BesideFile::OpenNameless(int mode)
 // Where there are no locks, nobody ever removes what a killed save has left.
 bool BesideFile::IsMine() const
 {
-    struct stat info = {};
     ::flock(m_handle, LOCK_EX);
-    return m_path.isEmpty() || (::fstat(m_handle, &info) == 0 && info.st_nlink > 0);
+    return m_path.isEmpty() || HasName(m_handle);
 }
 
 void BesideFile::GiveName()
@@ -316,6 +330,9 @@ void BesideFile::GiveName()
 
 // It is open still.
 void BesideFile::OpenPlaced() {}
+
+// Held to the end, so that nobody takes it for one that is free.
+void BesideFile::LetReplace() {}
 
 void BesideFile::Remove()
 {
@@ -355,6 +372,14 @@ void BesideFile::Place(Flushing flushing)
     if (flushing == Flushing::Now)
         FlushFolder(QFileInfo(m_target).absolutePath());
     RemoveUnfinished(QFileInfo(m_target).absoluteDir(), UnfinishedMark(m_target));
+}
+
+void BesideFile::PlaceOver(BesideFile &held)
+{
+    held.LetReplace();
+    auto again = qScopeGuard([&held] { held.OpenPlaced(); });
+    Place();
+    again.dismiss();
 }
 
 void BesideFile::Flush()

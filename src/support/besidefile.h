@@ -37,6 +37,7 @@ public:
     BesideFile &operator=(const BesideFile &) = delete;
 
     int handle() const { return m_handle; }
+    const QString &Target() const { return m_target; }
 
     /// Appends bytes. Throws ProgramError with the system's reason when they could not all be written.
     void Write(const char *bytes, qsizetype size);
@@ -44,6 +45,10 @@ public:
     /// Puts it in the target's place, after it was written to the disk unless that is left to Flush(). Throws
     /// ProgramError with the target untouched.
     void Place(Flushing flushing = Flushing::Now);
+
+    /// Puts it in the place of one that is held there, written to the disk. Throws ProgramError with that one as it
+    /// was.
+    void PlaceOver(BesideFile &held);
 
     /// Writes it to the disk. Throws ProgramError.
     void Flush();
@@ -58,6 +63,7 @@ private:
     bool IsMine() const;
     void GiveName();
     void OpenPlaced();
+    void LetReplace();
     void Close();
     [[noreturn]] void Fail() const;
 

@@ -29,3 +29,8 @@ quint64 ContentDigest(QByteArrayView bytes)
 {
     return XXH3_64bits(bytes.data(), static_cast<size_t>(bytes.size()));
 }
+
+QString DigestDigits(quint64 digest)
+{
+    return QStringLiteral("%1").arg(digest >> 32, 8, 16, QChar(u'0'));
+}

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QByteArrayView>
-#include <QtGlobal>
+#include <QString>
 
 #include <memory>
 
@@ -25,3 +25,6 @@ private:
 /// A number by which contents are told apart: the same in every run and on every system. It guards against chance, not
 /// against those who would forge it.
 quint64 ContentDigest(QByteArrayView bytes);
+
+/// The eight digits by which a digest is told in the name of a file.
+QString DigestDigits(quint64 digest);

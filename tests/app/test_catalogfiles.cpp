@@ -1,4 +1,5 @@
 #include "commandline.h"
+#include "journalformat.h"
 #include "program.h"
 #include "recentcatalogs.h"
 
@@ -101,9 +102,13 @@ private slots:
 #ifdef Q_OS_LINUX
     void whatASaveCannotKeepIsSaidOnce()
     {
-        Program program(kLive);
+        Program program;
         const QScopedValueRollback<bool> lost(g_keepsModes, false);
+        QFile::setPermissions(program.folder.Write(u"Live.xml"_s, kLive), kOwner | QFile::ReadOther);
+        program.folder.Write(u"Live User.xml"_s, "<User/>");
+        program.prompts.ExpectMessage(u"Confirm conversion"_s, Answer::Yes);
         program.prompts.ExpectMessage(u"Save"_s);
+        program.Start({u"Live.xml"_s});
         for (int i = 0; i < 2; ++i) {
             QFile::setPermissions(program.folder.Path(u"Live.xml"_s), kOwner | QFile::ReadOther);
             program.Edit();
@@ -111,6 +116,11 @@ private slots:
             QVERIFY(!program.workspace->document.IsModified());
         }
         QVERIFY(program.prompts.LastAsked().text.startsWith(u"Live.xml was saved, "_s));
+        const QString other = program.folder.Write(u"Other.xml"_s, kTheirs);
+        QFile::setPermissions(other, kOwner | QFile::ReadOther);
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, other);
+        program.prompts.ExpectMessage(u"Save"_s);
+        program.Choose("mnuFileNewCatalog");
     }
 #endif
 
@@ -191,14 +201,15 @@ private slots:
     {
         Program program(kLive);
         Die(program);
-        for (const bool takes : {true, true, false}) {
-            program.prompts.ExpectMessage(kRecovery, takes ? Answer::Yes : Answer::No);
+        for (const Answer answer : {Answer::Yes, Answer::Cancel, Answer::Yes, Answer::No}) {
+            program.prompts.ExpectMessage(kRecovery, answer);
             program.Start({u"Live.xml"_s});
+            const bool takes = answer == Answer::Yes;
             QCOMPARE(program.prompts.LastAsked().text, kRestore);
             QCOMPARE(program.Item("mnuFileSave")->isEnabled(), takes);
             program.SelectListing();
             QCOMPARE(program.Tree()->currentIndex().data().toString(), takes ? u" - yx"_s : u" - x"_s);
-            QCOMPARE(Journals(program).size(), takes ? 1 : 0);
+            QCOMPARE(Journals(program).size(), answer == Answer::No ? 0 : 1);
         }
         program.Edit();
         program.Choose("mnuFileSave");
@@ -252,14 +263,33 @@ private slots:
     {
         Program program(kLive);
         Die(program);
-        program.folder.Write(u"Live.xml"_s, QByteArray(kLive).replace("\"x\"", "\"other\""));
-        program.prompts.ExpectMessage(kRecovery);
-        program.Start({u"Live.xml"_s});
-        QVERIFY(!program.Item("mnuFileSave")->isEnabled());
-        const QString kept = program.prompts.LastAsked().text.section(u"\r\n"_s, 1);
-        QCOMPARE(
-            ReadWholeFile(kept).simplified(), "<Catalog> <Item ID=\"1\" Type=\"Album\" Venue=\"yx\" /> </Catalog>");
-        QCOMPARE(Journals(program).size(), 0);
+        const QString journal = u"Recovery/"_s + Journals(program)[0];
+        const QByteArray head = JournalHead(CanonicalPath(program.workspace->document.Path()), 1);
+        const QByteArray listing = JournalRecord({CatalogEdit::Kind::Listing, "5", 0, "<Item ID='5'/>"}, {});
+        const QByteArray removal = JournalRecord({CatalogEdit::Kind::Removal, "1", 0, {}}, {});
+        const QByteArray senseless = JournalRecord({CatalogEdit::Kind::Listing, "1", 0, "<Item"}, {});
+        // The edits, and what is told: whether there is a catalog, a number of deletions, and a rest.
+        const std::vector<std::pair<QByteArray, std::array<bool, 3>>> rows = {
+            {listing, {true, false, false}},
+            {removal, {false, true, false}},
+            {listing + removal + "x", {true, true, true}},
+            {senseless, {false, false, true}}};
+        for (const auto &[edits, told] : rows) {
+            program.folder.Write(journal, head + edits);
+            program.prompts.ExpectMessage(kRecovery);
+            program.Start({u"Live.xml"_s});
+            QVERIFY(!program.Item("mnuFileSave")->isEnabled());
+            QStringList lines = program.prompts.LastAsked().text.split(u"\r\n"_s).mid(1);
+            if (told[0])
+                QCOMPARE(ReadWholeFile(lines.takeFirst()).simplified(), "<Catalog> <Item ID=\"5\" /> </Catalog>");
+            if (told[1])
+                QCOMPARE(lines.takeFirst(), u"Deletions of listings that were not done again: 1"_s);
+            if (told[2])
+                QCOMPARE(ReadWholeFile(lines.takeLast()), head + edits);
+            QCOMPARE(lines.size(), told[2] ? 1 : 0);
+            QCOMPARE(Journals(program).size(), 0);
+        }
+        QCOMPARE(Copies(program, kRecovery).size(), 2);
     }
 
     void editsOfAnotherWindowAreItsOwn()
@@ -376,10 +406,9 @@ private slots:
         saveTwice(u"Live.xml"_s);
         QVERIFY(!QFileInfo::exists(cutOff));
         const QString backups = program.folder.Path(u"Backups"_s);
-        QFile written(InFolder(backups, FilesInFolder(backups, u"*.xml"_s)[0]));
-        QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser), kOwner);
-        QVERIFY(written.open(QFile::ReadWrite));
-        QVERIFY(written.setFileTime(QDateTime::currentDateTime().addSecs(3600), QFile::FileModificationTime));
+        const QString written = InFolder(backups, FilesInFolder(backups, u"*.xml"_s)[0]);
+        QCOMPARE(QFile::permissions(written) & ~(QFile::ReadUser | QFile::WriteUser), kOwner);
+        WriteFileAtomically(written, kLive + "\n"_ba);
         program.folder.Write(u"sub/Live.xml"_s, kLive);
         saveTwice(u"sub/Live.xml"_s);
         for (int run = 0; run < 6; ++run)
@@ -398,6 +427,9 @@ private slots:
         for (const QString &file : {u"Backups"_s, u"Recovery"_s})
             program.folder.Write(file, {});
         program.prompts.ExpectMessage(u"Backup"_s);
+        program.prompts.SetWhileAsked([&program](const ScriptedPrompts::Asked &asked) {
+            QVERIFY(asked.title == kSave || program.folder.Read(u"Live.xml"_s).contains("Venue=\"yx\""));
+        });
         program.WriteSettings(Recent({program.folder.Write(u"Other.xml"_s, kLive)}));
         program.folder.Write(u"Live.xml"_s, kLive);
         program.Start({u"Live.xml"_s});
@@ -446,6 +478,11 @@ private slots:
         program.prompts.ExpectSaveFile(u"New Catalog"_s, path);
         program.Choose("mnuFileNewCatalog");
         QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs, "<Catalog />\n"}));
+        program.folder.Write(u"New.xml"_s, kTheirs);
+        program.Choose("mnuFileMRU0");
+        program.workspace->document.MarkModified();
+        program.Choose("mnuFileSave");
+        QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs, "<Catalog />\n", kTheirs}));
     }
 
     void recentListHasTheLastFourAndNoneTwice()

@@ -318,6 +318,18 @@ private slots:
         }
     }
 
+    void longestName()
+    {
+        const QString name = u"catalogs/"_s + QString(246, u'x') + u".xml"_s;
+        const OldCatalog old(kOldCatalog, kOldUser, name);
+        QVERIFY(old.Convert());
+        QCOMPARE(old.Read(name), kConverted);
+        const QString merged = ConversionFiles(old.path, {}).merged;
+        QVERIFY(QFile::rename(old.path, merged));
+        FinishInterruptedConversions(old.Path(u"catalogs"_s));
+        QCOMPARE(old.Read(name), kConverted);
+    }
+
     void sample()
     {
         const QString folder = QStringLiteral(DISCBOOK_SAMPLES "/two-file/");

@@ -1,6 +1,7 @@
 #include "catalogdocument.h"
 #include "journal.h"
 #include "kit.h"
+#include "modXMLSubs.h"
 #include "rawxml.h"
 
 #include <random>
@@ -20,28 +21,33 @@ struct Life
     explicit Life(const QString &path)
     {
         document.Load(path);
+        document.SetPath(path);
         journal.Begin(path);
     }
 
     /// Goes on with what the newest journal has.
     bool Recover(const QString &path)
     {
-        std::vector<FoundJournal> found = FindJournals(path);
+        std::vector<FoundJournal> found = FindJournals(path, document.ContentDigest());
         if (found.size() != 1 || found[0].contents.digest != document.ContentDigest())
             return false;
         document.Restore(found[0].contents.edits);
-        found[0].file->Remove();
-        return journal.GoOnWith(std::move(found[0].contents.edits));
+        journal.GoOnWith(std::move(found[0]));
+        return true;
     }
 
     void Step(std::mt19937 &random);
+    void FailToSave();
 
-    /// The listings and lists, each in their order.
+    /// The listings and lists, each in their order, as a save leaves them.
     QByteArray Content() const
     {
+        pugi::xml_document copy;
+        copy.reset(document.Document());
+        CleanXML(copy);
         QByteArray content;
         for (const char *name : {"Item", "Type", "WebSource"}) {
-            for (const pugi::xml_node element : document.Catalog().children(name))
+            for (const pugi::xml_node element : copy.document_element().children(name))
                 content += RawXml(element) + '\n';
         }
         return content;
@@ -93,9 +99,25 @@ void Life::Step(std::mt19937 &random)
     case 10:
         document.SetText(listing, "Notes", text);
         break;
+    case 11:
+        FailToSave();
+        break;
     default:
         document.SetField(listing, "Venue", text);
     }
+}
+
+/// In its last step, when the journal has heard of it.
+void Life::FailToSave()
+{
+    const QString path = document.Path();
+    document.SetPath(path + u".x"_s);
+    const auto inTheWay =
+        QObject::connect(&document, &CatalogDocument::aboutToReplaceFile, [this] { QDir().mkdir(document.Path()); });
+    QVERIFY_THROWS_EXCEPTION(ProgramError, document.Save());
+    QObject::disconnect(inTheWay);
+    QVERIFY(QDir().rmdir(document.Path()));
+    document.SetPath(path);
 }
 
 } // namespace
@@ -116,7 +138,7 @@ private slots:
             for (int crash = 0; crash < 6; ++crash) {
                 for (int step = 0; step < 100; ++step)
                     life->Step(random);
-                QVERIFY(FindJournals(path).empty());
+                QVERIFY(FindJournals(path, 0).empty());
                 const QByteArray content = life->Content();
                 life = std::make_unique<Life>(path);
                 QVERIFY(life->Recover(path) && life->document.IsModified());
@@ -127,7 +149,6 @@ private slots:
             }
             const QDir journals(folder.Path(u"Recovery"_s));
             QCOMPARE(journals.entryInfoList(QDir::Files).size(), 1);
-            life->document.SetPath(path);
             life->document.Save();
             QVERIFY(journals.isEmpty());
         }
@@ -169,6 +190,35 @@ private slots:
                 QCOMPARE(other.Content(), contents[whole]);
             }
         }
+    }
+
+    void whatTellsNothingIsRemoved()
+    {
+        const TestProgramFolder folder;
+        const QString path = folder.Write(u"Shows.xml"_s, kCatalog);
+        Life life(path);
+        const QDir journals(folder.Path(u"Recovery"_s));
+        QString name;
+        QByteArray saved; // as the journal is when the file is about to be replaced
+        connect(&life.document, &CatalogDocument::aboutToReplaceFile, [&] {
+            name = u"Recovery/"_s + journals.entryList(QDir::Files).value(0);
+            saved = folder.Read(name);
+        });
+        life.document.AppendListing({});
+        life.document.Save();
+        QVERIFY(journals.isEmpty());
+        const QByteArray later = saved + JournalRecord({Kind::Removal, "1", 0, {}}, {});
+        // What is left, and the edits that are to be had from it.
+        const std::vector<std::pair<QByteArray, qsizetype>> rows = {
+            {saved, 0}, {later, 1}, {saved.chopped(1), 1}, {saved.first(30), 0}, {{}, 0}};
+        for (const auto &[bytes, edits] : rows) {
+            folder.Write(name, bytes);
+            const auto found = FindJournals(path, life.document.ContentDigest());
+            QCOMPARE(found.empty() ? 0 : qsizetype(found[0].contents.edits.All().size()), edits);
+            QCOMPARE(journals.isEmpty(), edits == 0);
+        }
+        folder.Write(name, "Discbook journal 2\n");
+        QVERIFY(FindJournals(path, 0).empty() && !journals.isEmpty());
     }
 
     void aKeyInALongTextIsFewBytesAndManyBecomeOne()
