@@ -4,6 +4,7 @@
 #include "benchprogram.h"
 #include "catalogcopies.h"
 #include "filecopy.h"
+#include "journal.h"
 
 #include <benchmark/benchmark.h>
 
@@ -101,6 +102,26 @@ void SaveWithCheck(benchmark::State &state)
     }
 }
 
+/// The same when there are edits, which are in a journal.
+void SaveWithJournal(benchmark::State &state)
+{
+    OpenProgram program;
+    program.Open(CatalogPath());
+    program.document.SetPath(program.folder.Path(QStringLiteral("saved.xml")));
+    program.document.Save();
+    Journal journal(program.document);
+    journal.Begin(program.document.Path());
+    for ([[maybe_unused]] auto run : state) {
+        state.PauseTiming();
+        program.document.SetField(program.document.Catalog().child("Item"), "Venue", QStringLiteral("a"));
+        journal.Flush();
+        state.ResumeTiming();
+        if (FileDigest(program.document.Path()) != program.document.ContentDigest())
+            state.SkipWithError("was changed");
+        program.document.Save();
+    }
+}
+
 /// What comes before the first save of a run.
 void BackUp(benchmark::State &state)
 {
@@ -119,6 +140,7 @@ BENCHMARK(Filter)->Unit(benchmark::kMillisecond);
 BENCHMARK(BareWrite)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Save)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(SaveWithCheck)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SaveWithJournal)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BackUp)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int main(int argc, char **argv)

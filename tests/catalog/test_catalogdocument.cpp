@@ -212,14 +212,6 @@ private slots:
         open.document.SetPath(open.Path(u"Shows.xml"_s));
         QCOMPARE(open.Saved(), "<Catalog><Item ID='1'/></Catalog>");
     }
-
-    void newCatalog()
-    {
-        Opened open("<Catalog><Item ID='1' m='a'/></Catalog>");
-        CatalogDocument::WriteNewCatalog(open.Path(u"New.xml"_s));
-        QCOMPARE(open.Read(u"New.xml"_s), "<Catalog />\n");
-        QCOMPARE(open.Found({u"1"_s}), u"a"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestCatalogDocument)

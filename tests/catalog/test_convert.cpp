@@ -95,6 +95,9 @@ void Refuses(const OldCatalog &old, const QString &text, bool hasUser = true)
     const QString user = hasUser ? UserFilePath(old.path) : QString();
     QVERIFY(!ConvertFileTo12(old.path, user, prompts, {.working = working, .stepDone = {}}));
     QCOMPARE(seen, QStringList({kQuestionTitle, u"busy"_s, u"ready"_s, title}));
+    const QString question =
+        u"The selected catalog needs to be updated to the version 1.2 format.  Would you like to do that now?"_s;
+    QCOMPARE(prompts.AllAsked()[0].text, question);
     QCOMPARE(prompts.LastAsked().text, text);
     QCOMPARE(prompts.LastAsked().icon, hasUser ? Icon::Critical : Icon::Information);
     QCOMPARE(old.Files(), before);
@@ -232,20 +235,6 @@ private slots:
         Refuses(OldCatalog(kOldCatalog, kOldCatalog), notUser);
         Refuses(OldCatalog(kOldCatalog, kOldUser, kCatalogBackup), backup);
         Refuses(OldCatalog(), u"File is already compatible."_s, false);
-    }
-
-    void declined()
-    {
-        const OldCatalog old;
-        const Contents before = old.Files();
-        ScriptedPrompts prompts;
-        prompts.ExpectMessage(kQuestionTitle, Answer::No);
-        QVERIFY(!ConvertFileTo12(old.path, UserFilePath(old.path), prompts));
-        const QString text =
-            u"The selected catalog needs to be updated to the version 1.2 format.  Would you like to do that now?"_s;
-        QCOMPARE(prompts.LastAsked().text, text);
-        QCOMPARE(prompts.LastAsked().icon, Icon::Question);
-        QCOMPARE(old.Files(), before);
     }
 
     void failures()

@@ -2,18 +2,17 @@
 // was said that it was not.
 
 #include "atomicfile.h"
-#include "catalogcopies.h"
 #include "catalogdocument.h"
 #include "clsINI.h"
 #include "failures.h"
-#include "filecopy.h"
 #include "flatfile.h"
-#include "journal.h"
 #include "modConvertTo12.h"
 #include "paths.h"
 #include "prompts.h"
+#include "recovery.h"
+#include "safeoverwrite.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 
 #include <cstdio>
@@ -24,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool g_said = false;
+QString g_first; ///< the file with what the catalog holds at first, itself unless another program changes it
 
 void Say(const QString &what)
 {
@@ -37,7 +37,7 @@ class Prompts : public UserPrompts
 public:
     Answer Message(const QString &text, const QString &title, Icon icon, Buttons buttons) override
     {
-        if (icon == Icon::Critical)
+        if (icon == Icon::Critical || title == "Backup"_L1 || text.contains(u"could not be kept"_s))
             Say(title + u": "_s + text);
         return buttons == Buttons::Ok ? Answer::Ok : Answer::Yes;
     }
@@ -47,57 +47,51 @@ public:
     void OpenWithDefaultProgram(const QString &) override {}
 };
 
-void Save(const QString &path)
+/// A catalog as the program has it open, with the content of that file.
+struct Opened
 {
-    CatalogDocument document;
-    if (document.Load(path) != CatalogDocument::LoadResult::Loaded)
-        return Say(u"not loaded"_s);
-    document.SetPath(path);
-    for (const pugi::xml_node item : document.Catalog().children("Item"))
-        document.SetField(item, "Venue", u"new"_s);
-    try {
-        BackUpCatalog(path, document.ContentDigest());
-    } catch (const ProgramError &error) {
-        Say(error.description());
-    }
-    if (FileDigest(path) != document.ContentDigest())
-        return Say(u"changed"_s);
-    document.Save();
-}
-
-/// A catalog whose edits are kept.
-struct Edited
-{
-    explicit Edited(const QString &path)
+    Opened(const QString &path, const QString &content)
     {
-        QObject::connect(&journal, &Journal::failed, Say);
-        if (document.Load(path) != CatalogDocument::LoadResult::Loaded)
+        if (document.Load(content) != CatalogDocument::LoadResult::Loaded)
             throw ProgramError(Failure::Read, u"not loaded"_s);
         document.SetPath(path);
-        journal.Begin(path);
+        recovery.Offer();
+    }
+    // What is told when an edit is done.
+    ~Opened() { QCoreApplication::processEvents(); }
+
+    void Edit()
+    {
+        document.SetField(document.Catalog().child("Item"), "Venue", u"new"_s);
+        recovery.Flush();
     }
 
+    void Save()
+    {
+        if (overwrite.BeforeSave())
+            overwrite.Written(document.Path(), document.Save());
+    }
+
+    Prompts prompts;
     CatalogDocument document;
-    Journal journal{document};
+    SafeOverwrite overwrite{document, prompts};
+    Recovery recovery{document, prompts};
 };
+
+void Save(const QString &path)
+{
+    Opened opened(path, g_first);
+    opened.Edit();
+    opened.Save();
+}
 
 // An edit, a death without a save, and what the next run does with what that left.
 void Recover(const QString &path)
 {
-    if (FindJournals(path).empty()) {
-        Edited edited(path);
-        edited.document.SetField(edited.document.Listing(u"1"_s), "Venue", u"new"_s);
-        edited.journal.Flush();
-    }
-    Edited edited(path);
-    for (FoundJournal &found : FindJournals(path)) {
-        const bool fits = found.contents.digest == edited.document.ContentDigest();
-        if (fits)
-            edited.document.Restore(found.contents.edits);
-        if (!fits || edited.journal.GoOnWith(std::move(found.contents.edits)))
-            found.file->Remove();
-    }
-    edited.document.Save();
+    const QDir journals(InFolder(ProgramFolder(), u"Recovery"_s));
+    if (journals.entryList({u"*.journal"_s}, QDir::Files).isEmpty())
+        Opened(path, g_first).Edit();
+    Opened(path, path).Save();
 }
 
 void Convert(const QString &path)
@@ -134,7 +128,7 @@ void WriteText(const QString &path)
 
 int main(int argc, char *argv[])
 {
-    const QCoreApplication application(argc, argv);
+    const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const std::map<QString, void (*)(const QString &)> scenarios = {{u"save"_s, Save},       {u"recover"_s, Recover},
                                                                     {u"convert"_s, Convert}, {u"ini"_s, WriteSetting},
@@ -143,8 +137,11 @@ int main(int argc, char *argv[])
     if (scenario == scenarios.end() || arguments.size() != 3)
         return 2;
     SetProgramFolder(arguments[2]);
+    const QString target = InFolder(arguments[2], u"target.xml"_s);
+    const QString first = InFolder(arguments[2], u"first.xml"_s);
+    g_first = QFileInfo::exists(first) ? first : target;
     InstallFailureReporter([](const FailureReport &report) { Say(report.description); });
     QFileInfo::exists(u"/faults begin here"_s);
-    Guarded("faults", "main", [&] { scenario->second(InFolder(arguments[2], u"target.xml"_s)); });
+    Guarded("faults", "main", [&] { scenario->second(target); });
     return g_said ? 3 : 0;
 }

@@ -20,7 +20,8 @@ KILLS = int(sys.argv[2]) if len(sys.argv) > 2 else 100
 SAID = 3
 ERRORS = {"openat": "EACCES", "read": "EIO", "write": "ENOSPC", "fsync": "EIO", "close": "EIO", "rename": "EIO", "linkat": "EIO",
           "unlink": "EPERM", "mkdir": "EACCES", "fchmod": "EPERM", "fchown": "EPERM", "fsetxattr": "ENOSPC", "flock": "ENOLCK",
-          "statx": "EIO", "newfstatat": "EIO", "access": "EACCES"}
+          "statx": "EIO", "newfstatat": "EIO", "access": "EACCES", "getdents64": "EIO", "lseek": "EIO", "fcntl": "EIO",
+          "getxattr": "EIO", "listxattr": "EIO", "fgetxattr": "EIO", "flistxattr": "EIO", "fremovexattr": "EPERM"}
 MARK = "/faults begin here"
 LEFT_OVER = (".discbook-saving-", ".journal")
 LISTINGS = 20000
@@ -34,9 +35,12 @@ def catalog(venue, count=LISTINGS):
 OLD_SHOWS, OLD_USER = '<Catalog><Item ID="1" /></Catalog>', '<User><Item ID="1" Venue="new" /></User>'
 SHOWS = '<Catalog>\n\t<Item ID="1" Venue="%s" />\n</Catalog>\n'
 NEW_SHOWS = SHOWS % "new"
+FIRST, THEIRS = {"first.xml": SHOWS % "old"}, SHOWS % "theirs"
 # What the folder holds before and afterwards.
 SCENARIOS = {
-    "save": ({"target.xml": catalog("old")}, {"target.xml": catalog("new")}),
+    "save": ({"target.xml": catalog("old")}, {"target.xml": catalog("old").replace("old", "new", 1)}),
+    "overwrite": ({"target.xml": THEIRS, **FIRST}, {"target.xml": NEW_SHOWS, **FIRST}),
+    "apart": ({"target.xml": THEIRS, **FIRST}, {"target.xml": THEIRS, **FIRST}),
     "recover": ({"target.xml": SHOWS % "old"}, {"target.xml": SHOWS % "new"}),
     "convert": ({"target.xml": OLD_SHOWS, "target User.xml": OLD_USER},
                 {"target.xml": NEW_SHOWS, "Conversion Backup/target.xml": OLD_SHOWS, "Conversion Backup/target User.xml": OLD_USER}),
@@ -45,6 +49,11 @@ SCENARIOS = {
     "list": ({"target.xml": "old"}, {"target.xml": "new list\r\n"}),
     "log": ({}, {"target.xml": "new list\r\n"}),
 }
+# Those that do the work of another one, with other files.
+WORK = {"overwrite": "save", "apart": "recover", "log": "list"}
+# What must be in a folder of copies when nothing failed; and in the end, unless it was said that it is not.
+COPIED = {"save": catalog("old"), "overwrite": THEIRS, "recover": SHOWS % "old", "apart": NEW_SHOWS}
+COPIES = ("Backups", "Recovery")
 
 
 def without_left_over(files):
@@ -60,10 +69,11 @@ class Trial:
         for file, text in self.old.items():
             with open(os.path.join(self.folder, file), "w", newline="") as out:
                 out.write(text)
-        self.environment = dict(os.environ, LC_ALL="C.UTF-8")
+            os.setxattr(os.path.join(self.folder, file), "user.note", b"x")
+        self.environment = dict(os.environ, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="minimal")
         if not nameless:
             self.environment["LD_PRELOAD"] = os.path.join(BUILD, "libnameless.so")
-        self.command = [os.path.join(BUILD, "faults"), "list" if name == "log" else name, self.folder]
+        self.command = [os.path.join(BUILD, "faults"), WORK.get(name, name), self.folder]
 
     def strace(self, *options, log=os.devnull):
         environment = self.environment.copy()
@@ -74,16 +84,17 @@ class Trial:
         return subprocess.run(self.command, env=self.environment, stderr=subprocess.PIPE, **options).returncode
 
     def files(self):
-        """What lies there, but for whole backups, which are counted."""
-        found, self.backups = {}, 0
+        """What lies there, but for whole copies."""
+        found, self.copies = {}, []
+        whole = (*self.old.values(), *self.new.values(), COPIED.get(self.name))
         for root, _, names in os.walk(self.folder):
             for name in names:
                 path = os.path.join(root, name)
                 with open(path, newline="", errors="replace") as file:
                     text = file.read()
-                if os.path.basename(root) == "Backups" and text in (*self.old.values(), *self.new.values()):
-                    self.backups += 1
-                else:
+                if os.path.basename(root) in COPIES and text in whole:
+                    self.copies.append(text)
+                elif not name.endswith(".journal.kept"):
                     found[os.path.relpath(path, self.folder)] = text
         return found
 
@@ -97,11 +108,12 @@ class Trial:
         if self.name != "convert" and whole not in (self.old, self.new):
             return "damaged"
         waits = any(name.endswith(".journal") for name in after)  # for another opening
-        if code == 0 and (whole != self.new and not waits or self.name == "save" and not self.backups):
+        copied = COPIED.get(self.name)
+        if code == 0 and not waits and (whole != self.new or copied and copied not in self.copies):
             return "silent"
         self.run()
         again = self.files()
-        if without_left_over(again) != self.new:
+        if without_left_over(again) != self.new or self.name in ("overwrite", "apart") and copied not in self.copies:
             return "damaged"
         return "left over" if again != self.new else ""
 
