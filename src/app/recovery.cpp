@@ -27,7 +27,7 @@ constexpr auto kTitle = "Recovery"_L1;
 QString KeepCatalog(pugi::xml_document &edited, const QString &catalog)
 {
     CleanXML(edited);
-    const QString path = NewCopyPath(kTitle, catalog, ContentDigest(XmlText(edited)));
+    QString path = NewCopyPath(kTitle, catalog, ContentDigest(XmlText(edited)));
     SaveXml(edited, XmlEncoding(), path, catalog);
     return path;
 }
@@ -36,7 +36,7 @@ QString KeepCatalog(pugi::xml_document &edited, const QString &catalog)
 QString PutAside(std::unique_ptr<BesideFile> journal)
 {
     const QString from = journal->Target();
-    const QString to = from + u".kept"_s;
+    QString to = from + u".kept"_s;
     journal.reset();
     RenameFile(from, to);
     return to;

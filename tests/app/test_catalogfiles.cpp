@@ -1,4 +1,5 @@
 #include "commandline.h"
+#include "filesizelimit.h"
 #include "journalformat.h"
 #include "program.h"
 #include "recentcatalogs.h"
@@ -291,6 +292,24 @@ private slots:
         }
         QCOMPARE(Copies(program, kRecovery).size(), 2);
     }
+
+#ifdef Q_OS_UNIX
+    void editsThatCannotBeKeptApartHinderNoOthers()
+    {
+        Program program(kLive);
+        Die(program);
+        const QString other = QString(u"Recovery/"_s + Journals(program)[0]).replace(u".journal"_s, u"2.journal"_s);
+        const QByteArray listing = "<Item ID='5' Venue='" + QByteArray(9000, 'x') + "'/>";
+        program.folder.Write(
+            other, JournalHead(CanonicalPath(program.folder.Path(u"Live.xml"_s)), 1) +
+                       JournalRecord({CatalogEdit::Kind::Listing, "5", 0, listing}, {}));
+        const FileSizeLimit full(4096);
+        program.prompts.ExpectMessage(kRecovery, Answer::No);
+        program.Start({u"Live.xml"_s});
+        QCOMPARE(program.failures.Names(), {u"frmMain.KeepApart"_s});
+        QCOMPARE(Journals(program).size(), 1);
+    }
+#endif
 
     void editsOfAnotherWindowAreItsOwn()
     {

@@ -199,19 +199,6 @@ private slots:
         QVERIFY(!open.document.Listing({}));
         QVERIFY(!open.document.IsModified());
     }
-
-    void failedSaveKeepsTheFlag()
-    {
-        Opened open("<Catalog><Item ID='1' Venue=''/></Catalog>");
-        open.document.SetPath(open.Path(u"gone/Shows.xml"_s));
-        open.document.MarkModified();
-        QVERIFY_THROWS_EXCEPTION(ProgramError, open.document.Save());
-        QVERIFY(open.document.IsModified());
-        QVERIFY(!open.document.Listing(u"1"_s).attribute("Venue"));
-        QVERIFY(!QDir(open.Path(u"gone"_s)).exists());
-        open.document.SetPath(open.Path(u"Shows.xml"_s));
-        QCOMPARE(open.Saved(), "<Catalog><Item ID='1'/></Catalog>");
-    }
 };
 
 QTEST_GUILESS_MAIN(TestCatalogDocument)

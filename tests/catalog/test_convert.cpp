@@ -189,18 +189,6 @@ private slots:
         QCOMPARE(converted, expected);
     }
 
-    void filesAfterwards()
-    {
-        const OldCatalog old;
-        QVERIFY(QFile::setPermissions(old.path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
-        const QFile::Permissions permissions = QFile::permissions(old.path);
-        old.Write(kCatalogBackup, "an earlier one");
-        old.Write(kMerged, "left by an earlier one");
-        QVERIFY(old.Convert());
-        QCOMPARE(old.Files(), kAfterwards);
-        QCOMPARE(QFile::permissions(old.path), permissions);
-    }
-
 #ifdef Q_OS_UNIX
     void catalogBehindALink()
     {
