@@ -1,5 +1,4 @@
 #include "contentdigest.h"
-#include "filesizelimit.h"
 #include "kit.h"
 #include "xmlcheck.h"
 #include "xmlfile.h"
@@ -196,19 +195,6 @@ private slots:
         QVERIFY(!LoadXml(pipe));
 #endif
     }
-
-#ifdef Q_OS_UNIX
-    void failedSaveLeavesTheFile()
-    {
-        const QString path = m_folder.Write(u"kept.xml"_s, "<Catalog/>");
-        const auto file = Load("<Catalog><Type>" + QByteArray(3'000'000, 'a') + "</Type></Catalog>");
-        {
-            const FileSizeLimit full(500'000);
-            QVERIFY_THROWS_EXCEPTION(ProgramError, SaveXml(*file->document, file->encoding, path));
-        }
-        QCOMPARE(m_folder.Read(u"kept.xml"_s), "<Catalog/>"_ba);
-    }
-#endif
 
 private:
     std::optional<XmlFile> Load(const QByteArray &bytes) const

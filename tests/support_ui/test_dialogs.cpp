@@ -67,7 +67,9 @@ private slots:
             QWidget hidden;
             QtPrompts prompts;
             prompts.SetMainWindow(&hidden);
-            WhenOpen<QMessageBox>([&expected = shown, &pressed = key](QMessageBox &box) {
+            const bool cancels = buttons == Buttons::YesNoCancel;
+            WhenOpen<QMessageBox>([&expected = shown, &pressed = key, cancels](QMessageBox &box) {
+                QVERIFY(!box.button(Box::Cancel) || box.button(Box::Cancel)->isVisible() == cancels);
                 QVERIFY(!QGuiApplication::overrideCursor());
                 QVERIFY2(!box.parentWidget(), "a window that is not shown yet loses its place as an owner");
                 QCOMPARE(box.windowTitle(), u"Title"_s);
