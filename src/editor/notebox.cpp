@@ -30,6 +30,19 @@ QStringView WithoutOuterBreaks(QStringView text)
     return text;
 }
 
+bool HasLongWord(QStringView text)
+{
+    constexpr qsizetype kLong = 10'000;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isSpace())
+            start = i + 1;
+        else if (i - start >= kLong)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 NoteBox::NoteBox(QWidget *parent) : QPlainTextEdit(parent)
@@ -45,7 +58,20 @@ QString NoteBox::Text() const
 
 void NoteBox::SetText(const QString &text)
 {
+    const bool breaksWords = BreakLongWords(text);
     setPlainText(text);
+    if (!breaksWords)
+        setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+}
+
+/// Before a text comes in: at the boundaries of words, the box would go through the whole of a word for each line that
+/// the word fills. Returns whether words are now broken.
+bool NoteBox::BreakLongWords(const QString &text)
+{
+    const bool isNeeded = HasLongWord(text);
+    if (isNeeded)
+        setWordWrapMode(QTextOption::WrapAnywhere);
+    return isNeeded;
 }
 
 void NoteBox::RefreshText(const QString &text)
@@ -110,6 +136,7 @@ void NoteBox::insertFromMimeData(const QMimeData *source)
     if (text.isEmpty())
         return;
     EndStep();
+    BreakLongWords(text);
     insertPlainText(text);
     EndStep();
     ensureCursorVisible();

@@ -27,5 +27,6 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    bool BreakLongWords(const QString &text);
     void EndStep();
 };
