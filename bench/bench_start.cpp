@@ -60,7 +60,7 @@ int RunBare(const QStringList &arguments)
     tree->setModel(&model);
     QMainWindow window;
     window.setCentralWidget(tree);
-    window.resize(900, 620);
+    window.resize(900, 514);
     window.show();
     return QApplication::exec();
 }

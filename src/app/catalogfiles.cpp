@@ -147,12 +147,20 @@ void CatalogFiles::mnuFileOpenCatalog_Click()
 
 void CatalogFiles::mnuFileMRU_Click(const QString &path)
 {
-    Guarded(kModule, "mnuFileMRU_Click", [&] {
-        if (!OfferToSave())
-            return;
-        m_document.DropEdits();
-        OpenCatalog(path);
-    });
+    Guarded(kModule, "mnuFileMRU_Click", [&] { OpenInstead(path); });
+}
+
+void CatalogFiles::OpenDropped(const QString &path)
+{
+    Guarded(kModule, "OpenDropped", [&] { OpenInstead(path); });
+}
+
+void CatalogFiles::OpenInstead(const QString &path)
+{
+    if (!OfferToSave())
+        return;
+    m_document.DropEdits();
+    OpenCatalog(path);
 }
 
 bool CatalogFiles::mnuFileSave_Click()

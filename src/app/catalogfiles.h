@@ -28,6 +28,8 @@ public:
     void mnuFileNewCatalog_Click();
     void mnuFileOpenCatalog_Click();
     void mnuFileMRU_Click(const QString &path);
+    /// A file that was dropped on the window, opened as a recent catalog is.
+    void OpenDropped(const QString &path);
     /// False when the save failed, which was reported, or the user keeps what another program wrote.
     bool mnuFileSave_Click();
 
@@ -44,6 +46,7 @@ signals:
     void opened(bool isOpen);
 
 private:
+    void OpenInstead(const QString &path);
     bool Convert(const QString &path, const QString &companion);
     CatalogDocument::LoadResult Load(const QString &path);
     SavedXml Save();

@@ -3,7 +3,9 @@
 #include "commandline.h"
 #include "detailpanel.h"
 #include "dialogcommands.h"
+#include "emptytreehint.h"
 #include "failures.h"
+#include "filedrop.h"
 #include "listingcommands.h"
 #include "listkinds.h"
 #include "mainkeys.h"
@@ -14,6 +16,7 @@
 #include "paths.h"
 #include "prompts.h"
 #include "recentmenu.h"
+#include "tallarea.h"
 #include "treemouse.h"
 #include "treepane.h"
 #include "twips.h"
@@ -39,8 +42,8 @@ namespace {
 constexpr auto kModule = "frmMain";
 constexpr auto kPositionSection = "Main"_L1;
 
-/// The window's design size, also the smallest it can have, in pixels.
-constexpr QSize kDesignSize{900, 620};
+/// The window's design size, also the smallest it can have, in pixels. Low enough for a laptop's screen.
+constexpr QSize kDesignSize{900, 514};
 /// Smallest size when the window runs without size limits, in twips.
 constexpr QSize kSmallestSize{9000, 7710};
 
@@ -74,7 +77,7 @@ frmMain::frmMain(Workspace &workspace, UserPrompts &prompts, StartUp startUp)
     MakeControls();
     MakeCommands();
     ConnectCommands();
-    resize(kDesignSize);
+    resize(WithinScreen(*this, kDesignSize));
 }
 
 frmMain::~frmMain() = default;
@@ -87,6 +90,7 @@ void frmMain::MakeControls()
     m_pane = new TreePane(m_workspace.tree, *client);
     fra = new DetailPanel(
         m_workspace.document, m_workspace.tree, m_workspace.formats, m_workspace.types, m_pane->View(), client);
+    m_frameArea = new TallArea(*fra, client);
 }
 
 void frmMain::MakeCommands()
@@ -128,6 +132,7 @@ void frmMain::ConnectFileMenu()
     OnClick(m_menu.mnuFileMakeCatalogShortcut, [this] { m_dialogs->mnuFileMakeCatalogShortcut_Click(); });
     OnClick(m_menu.mnuFileExit, [this] { close(); });
     connect(m_recentMenu, &RecentMenu::chosen, this, [this](const QString &path) { m_files->mnuFileMRU_Click(path); });
+    connect(new FileDrop(*this), &FileDrop::dropped, m_files.get(), &CatalogFiles::OpenDropped, Qt::QueuedConnection);
     connect(&m_workspace.document, &CatalogDocument::modifiedChanged, m_menu.mnuFileSave, &QAction::setEnabled);
     m_menu.mnuFileSave->setEnabled(false);
 }
@@ -224,7 +229,9 @@ void frmMain::Form_Activate()
 
 bool frmMain::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Resize && watched == centralWidget())
+    // What the panel needs changes with the font.
+    const bool isForLayout = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
+    if (isForLayout && watched == centralWidget())
         Form_Resize();
     return QMainWindow::eventFilter(watched, event);
 }
@@ -255,11 +262,11 @@ void frmMain::Form_Resize()
         if (!m_startUp.sizeLimits)
             KeepSmallestSize();
         const int margin = PixelsFromTwips(kTreeMargin);
-        // Large fonts need more room than the frame's design width.
-        const int frameWidth = std::max(PixelsFromTwips(kFrameWidth), fra->minimumSizeHint().width());
         const int height = centralWidget()->height() - margin - PixelsFromTwips(kTreeBottomMargin);
+        // Large fonts need more room than the frame's design width.
+        const int frameWidth = std::max(PixelsFromTwips(kFrameWidth), m_frameArea->WidthAt(height));
         const int frameLeft = centralWidget()->width() - margin - frameWidth;
-        fra->setGeometry(frameLeft, margin, frameWidth, height);
+        m_frameArea->setGeometry(frameLeft, margin, frameWidth, height);
         m_pane->View().setGeometry(margin, margin, frameLeft - 2 * margin, height);
     });
 }
@@ -293,6 +300,9 @@ void frmMain::UpdateCaption()
     if (const qsizetype shown = m_workspace.tree.ShownCount(); shown > 0)
         caption += u" (Showing %1 Items)"_s.arg(shown);
     setWindowTitle(caption);
+    const auto filter = static_cast<size_t>(m_workspace.options.filter);
+    const QString filterName = m_menu.mnuViewFilter[filter]->text().remove(u'&');
+    m_pane->View().SetHint(EmptyTreeHint(m_workspace, m_pane->View().isEnabled(), filterName));
 }
 
 void frmMain::EnableListingCommands(bool listing)

@@ -17,6 +17,7 @@ class ListingCommands;
 class MainKeys;
 class OptionsMenu;
 class RecentMenu;
+class TallArea;
 class TreeMouse;
 class TreePane;
 class UserPrompts;
@@ -78,6 +79,7 @@ private:
 
     TreePane *m_pane = nullptr;
     DetailPanel *fra = nullptr;
+    TallArea *m_frameArea = nullptr;
     MainMenu m_menu;
     HelpKey m_helpKey;
     RecentMenu *m_recentMenu = nullptr;

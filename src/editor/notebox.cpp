@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 
 #include <algorithm>
 
@@ -48,12 +49,29 @@ bool HasLongWord(QStringView text)
 NoteBox::NoteBox(QWidget *parent) : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, &NoteBox::FollowDirection);
 }
 
 QString NoteBox::Text() const
 {
     // toPlainText would turn no-break spaces into spaces.
     return document()->toRawText().replace(QChar::ParagraphSeparator, "\r\n"_L1);
+}
+
+QSize NoteBox::minimumSizeHint() const
+{
+    const double margins = 2 * (frameWidth() + document()->documentMargin());
+    return {QPlainTextEdit::minimumSizeHint().width(), fontMetrics().lineSpacing() + qRound(margins)};
+}
+
+void NoteBox::FollowDirection()
+{
+    QTextOption option = document()->defaultTextOption();
+    const Qt::Alignment side = toPlainText().isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    if (option.alignment() == side)
+        return;
+    option.setAlignment(side);
+    document()->setDefaultTextOption(option);
 }
 
 void NoteBox::SetText(const QString &text)

@@ -4,7 +4,7 @@
 
 /// A multi-line text box whose text is what the catalog holds: line breaks are CR LF, no-break spaces and tabs stay
 /// what they are. Tab moves on to the next control, Ctrl+Tab types a tab. A run of typing, a paste, a cut and a
-/// deletion are each one step to undo.
+/// deletion are each one step to undo. The text stands on the side where its first letter begins.
 class NoteBox : public QPlainTextEdit
 {
     Q_OBJECT
@@ -13,6 +13,9 @@ public:
     explicit NoteBox(QWidget *parent);
 
     QString Text() const;
+
+    /// Low enough for three of them in a small window: one line.
+    QSize minimumSizeHint() const override;
 
     /// Shows a text from its start, and forgets what could be undone.
     void SetText(const QString &text);
@@ -29,4 +32,5 @@ protected:
 private:
     bool BreakLongWords(const QString &text);
     void EndStep();
+    void FollowDirection();
 };

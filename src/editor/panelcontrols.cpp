@@ -62,7 +62,7 @@ PanelControls::PanelControls(QGroupBox &fra)
     MakeDateAdded(fra, *grid);
     MakeNoteBoxes(fra, *column);
     PrepareDateBoxes();
-    KeepPlaceOfShow();
+    KeepPlaces(fra);
 }
 
 void PanelControls::MakeFields(QGroupBox &fra, QGridLayout &grid)
@@ -127,7 +127,6 @@ void PanelControls::MakeNoteBoxes(QGroupBox &fra, QVBoxLayout &column)
 {
     for (const PanelField &field : kPanelTexts) {
         QWidget *box = MakeBox(fra, field);
-        box->setMinimumHeight(2 * box->fontMetrics().lineSpacing());
         column.addWidget(MakeLabel(*box, field.caption.toString(), field.label));
         column.addWidget(box, 1);
     }
@@ -144,10 +143,11 @@ void PanelControls::PrepareDateBoxes()
         box.setSizeAdjustPolicy(QComboBox::AdjustToContents);
 }
 
-/// The fields below keep their places when a type has no concert name.
-void PanelControls::KeepPlaceOfShow()
+/// Hidden controls keep their places: the fields below when a type has no concert name, and the size of the frame,
+/// which is asked for while nothing is shown.
+void PanelControls::KeepPlaces(const QGroupBox &fra)
 {
-    for (QWidget *control : {static_cast<QWidget *>(lblShow), static_cast<QWidget *>(txtShow)}) {
+    for (QWidget *control : fra.findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
         QSizePolicy policy = control->sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         control->setSizePolicy(policy);

@@ -48,5 +48,5 @@ private:
     void MakeDateAdded(QGroupBox &fra, QGridLayout &grid);
     void MakeNoteBoxes(QGroupBox &fra, QVBoxLayout &column);
     void PrepareDateBoxes();
-    void KeepPlaceOfShow();
+    static void KeepPlaces(const QGroupBox &fra);
 };

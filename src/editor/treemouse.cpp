@@ -6,6 +6,8 @@
 #include "failures.h"
 #include "formatregistry.h"
 
+#include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyleOptionViewItem>
 #include <QTreeView>
@@ -23,6 +25,24 @@ QString MenuCaption(const QModelIndex &format)
     return u'&' + ShownCaption(caption.sliced(1));
 }
 
+/// The picture that a listing in a format has in the tree.
+QIcon MenuPicture(const QModelIndex &format, const FormatRegistry &formats)
+{
+    return format.row() == 0 ? formats.Pictures().Picture(kUncheckedPicture)
+                             : format.data(Qt::DecorationRole).value<QIcon>();
+}
+
+/// Whether a key for the menu was pressed. Shift+F10 is nothing to some systems.
+bool AsksForMenu(const QEvent &event)
+{
+    if (event.type() == QEvent::ContextMenu)
+        return static_cast<const QContextMenuEvent &>(event).reason() == QContextMenuEvent::Keyboard;
+    const auto isShiftF10 = [](const QKeyEvent &key) {
+        return key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier;
+    };
+    return event.type() == QEvent::KeyPress && isShiftF10(static_cast<const QKeyEvent &>(event));
+}
+
 } // namespace
 
 TreeMouse::TreeMouse(QTreeView &trv, const BrowseTreeModel &model, const FormatRegistry &formats, DetailPanel &panel)
@@ -33,6 +53,7 @@ TreeMouse::TreeMouse(QTreeView &trv, const BrowseTreeModel &model, const FormatR
 {
     m_popup.setObjectName("mnuPopup"_L1);
     connect(&m_popup, &QMenu::triggered, this, &TreeMouse::mnuPopupFormat_Click);
+    m_trv.installEventFilter(this);
     m_trv.viewport()->installEventFilter(this);
 }
 
@@ -40,7 +61,10 @@ bool TreeMouse::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonRelease && watched == m_trv.viewport())
         Guarded("frm", "trv_MouseUp", [&] { trv_MouseUp(*static_cast<QMouseEvent *>(event)); });
-    return false;
+    if (watched != &m_trv || !AsksForMenu(*event))
+        return false;
+    Guarded("frm", "trv_MenuKey", [this] { trv_MenuKey(); });
+    return true;
 }
 
 void TreeMouse::trv_MouseUp(const QMouseEvent &event)
@@ -51,6 +75,14 @@ void TreeMouse::trv_MouseUp(const QMouseEvent &event)
         ShowPopup(event.globalPosition().toPoint());
     else if (event.button() == Qt::LeftButton && IsOnPicture(event.position().toPoint()))
         m_panel.StepFormat();
+}
+
+void TreeMouse::trv_MenuKey()
+{
+    if (!m_model.ListingAt(m_trv.currentIndex()))
+        return;
+    m_trv.scrollTo(m_trv.currentIndex());
+    ShowPopup(m_trv.viewport()->mapToGlobal(m_trv.visualRect(m_trv.currentIndex()).bottomLeft()));
 }
 
 bool TreeMouse::IsOnPicture(const QPoint &position) const
@@ -73,12 +105,18 @@ void TreeMouse::ShowPopup(const QPoint &globalPosition)
 {
     m_popup.clear();
     for (int row = 0; row < m_formats.rowCount(); ++row) {
-        QAction *item = m_popup.addAction(MenuCaption(m_formats.index(row)));
+        const QModelIndex format = m_formats.index(row);
+        QAction *item = m_popup.addAction(MenuPicture(format, m_formats), MenuCaption(format));
+        // Also where the desktop's menus have no pictures.
+        item->setIconVisibleInMenu(true);
         item->setData(row);
         item->setCheckable(true);
+        item->setActionGroup(&m_choice);
         item->setChecked(row == m_panel.FormatRow());
     }
     m_popup.popup(globalPosition);
+    // From there the arrow keys go on.
+    m_popup.setActiveAction(m_choice.checkedAction());
 }
 
 void TreeMouse::mnuPopupFormat_Click(const QAction *item)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QActionGroup>
 #include <QMenu>
 #include <QObject>
 
@@ -10,7 +11,7 @@ class QMouseEvent;
 class QTreeView;
 
 /// The mouse on the tree beyond selecting: a left click on the picture of the selected listing moves its format on, a
-/// right click opens the menu of the formats.
+/// right click opens the menu of the formats, as the keys for menus do.
 class TreeMouse : public QObject
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ public:
 
 private:
     void trv_MouseUp(const QMouseEvent &event);
+    void trv_MenuKey();
     void ShowPopup(const QPoint &globalPosition);
     void mnuPopupFormat_Click(const QAction *item);
 
@@ -37,4 +39,5 @@ private:
     const FormatRegistry &m_formats;
     DetailPanel &m_panel;
     QMenu m_popup;
+    QActionGroup m_choice{this};
 };

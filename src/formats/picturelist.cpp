@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QPixmap>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 // The pictures lie in a static library, whose resources are linked only when they are named. Outside of any namespace.
@@ -18,13 +20,26 @@ constexpr auto kFormatPrefix = "Format"_L1;
 /// Pictures stand in the tree at this many pixels; the bitmaps are larger so that they stay sharp on dense screens.
 constexpr int kPictureSize = 16;
 
+/// The selected row shows its picture as it is: tinted, an empty box would vanish.
+constexpr std::array kModes{QIcon::Normal, QIcon::Selected};
+
 QIcon IconFromImage(const QImage &image)
 {
     QIcon icon;
     for (const int scale : {1, 2, 3}) {
         const int size = kPictureSize * scale;
-        icon.addPixmap(QPixmap::fromImage(image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+        const QImage scaled = image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        for (const QIcon::Mode mode : kModes)
+            icon.addPixmap(QPixmap::fromImage(scaled), mode);
     }
+    return icon;
+}
+
+QIcon FixedIcon(const QString &name)
+{
+    QIcon icon;
+    for (const QIcon::Mode mode : kModes)
+        icon.addFile(u":/pictures/%1.png"_s.arg(name), {}, mode);
     return icon;
 }
 
@@ -36,7 +51,7 @@ PictureList::PictureList()
     for (const QString &name :
          {u"Open"_s, u"Closed"_s, u"Unchecked"_s, u"Checked"_s, u"WrongDate"_s, u"CD"_s, u"Interview"_s, u"Music"_s,
           u"Video"_s})
-        m_pictures.insert(name, QIcon(u":/pictures/%1.png"_s.arg(name)));
+        m_pictures.insert(name, FixedIcon(name));
 }
 
 void PictureList::RemoveFormatPictures()

@@ -4,6 +4,7 @@
 #include "datecombos.h"
 #include "failures.h"
 #include "formatregistry.h"
+#include "modGlobal.h"
 #include "numbers.h"
 
 #include <QComboBox>
@@ -58,6 +59,7 @@ frmSearch::frmSearch(SearchCriteria &remembered, const QStringList &types, Forma
     setWindowTitle(u"Search"_s);
     ConnectControls();
     Form_Load(types, formats);
+    resize(WithinScreen(*this, sizeHint()));
 }
 
 void frmSearch::ConnectControls()
@@ -79,6 +81,7 @@ void frmSearch::Form_Load(const QStringList &types, FormatRegistry &formats)
     FillDateBoxes(*cboYear, *cboMonth, *cboDay);
     StepByKeys(*icbFormat, kModule);
     cboType->addItem(QString());
+    cboType->setItemData(0, u"any type"_s, Qt::AccessibleTextRole);
     cboType->addItems(types);
     icbFormat->setModel(&formats);
     icbFormat->setCurrentIndex(0);
@@ -167,7 +170,7 @@ void frmSearch::cmdReset_Click()
 {
     Guarded(kModule, "cmdReset_Click", [this] {
         // The date boxes keep their texts.
-        for (QLineEdit *box : findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly))
+        for (QLineEdit *box : txtVenue->parent()->findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly))
             box->clear();
         cboType->setCurrentIndex(0);
         icbFormat->setCurrentIndex(0);

@@ -5,6 +5,7 @@
 #include "controls.h"
 #include "datecombos.h"
 #include "lengthbox.h"
+#include "tallarea.h"
 
 #include <QComboBox>
 #include <QDialog>
@@ -34,13 +35,15 @@ Field *MakeField(QGridLayout &fields, const QString &caption, QLatin1StringView 
 SearchControls::SearchControls(QDialog &dialog)
 {
     auto *columns = new QHBoxLayout(&dialog);
-    auto *left = new QVBoxLayout;
-    columns->addLayout(left);
+    auto *left = new QWidget;
+    columns->addWidget(new TallArea(*left, &dialog));
+    auto *column = new QVBoxLayout(left);
+    column->setContentsMargins({});
     auto *fields = new QGridLayout;
-    left->addLayout(fields);
+    column->addLayout(fields);
     MakeFields(*fields);
-    left->addWidget(MakeSearchType(&dialog));
-    left->addStretch();
+    column->addWidget(MakeSearchType(left));
+    column->addStretch();
     columns->addLayout(MakeButtons(&dialog));
 }
 

@@ -52,6 +52,8 @@ struct Program : TestSurroundings
     }
     QTreeView *Tree() const { return window->findChild<QTreeView *>(u"trv"_s); }
     QString CurrentKey() const { return Tree()->currentIndex().data(BrowseTreeModel::KeyRole).toString(); }
+    /// What stands in the tree while it is empty.
+    QString Hint() const { return Tree()->accessibleDescription(); }
     /// The first listing of the first group.
     void SelectListing() const { Tree()->setCurrentIndex(Tree()->model()->index(0, 0, Tree()->model()->index(0, 0))); }
     /// Changes the place of that listing, by a "y" before it.

@@ -57,6 +57,19 @@ void Die(Program &program)
     program.window.reset();
 }
 
+/// Drops a file on a box that would take its name for text.
+void Drop(const Program &program, const QString &path)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&program.Field("txtVenue"), &enter);
+    QDropEvent drop({}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&program.Field("txtVenue"), &drop);
+    QCOMPARE(drop.dropAction(), Qt::CopyAction);
+    QCoreApplication::processEvents();
+}
+
 } // namespace
 
 #ifdef Q_OS_LINUX
@@ -171,7 +184,8 @@ private slots:
     void saveQuestion()
     {
         for (const Answer answer : {Answer::Yes, Answer::No, Answer::Cancel}) {
-            for (const QByteArray command : {"mnuFileOpenCatalog", "mnuFileNewCatalog", "mnuFileMRU1", "mnuFileExit"}) {
+            for (const QByteArray command :
+                 {"mnuFileOpenCatalog", "mnuFileNewCatalog", "mnuFileMRU1", "mnuFileExit", "drop"}) {
                 Program program;
                 const QString live = program.folder.Write(u"Live.xml"_s, kLive);
                 const QString other = program.folder.Write(u"Other.xml"_s, kLive);
@@ -184,15 +198,19 @@ private slots:
                     program.prompts.ExpectOpenFile(u"Open Catalog"_s, other);
                 if (goesOn && command == "mnuFileNewCatalog")
                     program.prompts.ExpectSaveFile(u"New Catalog"_s, other);
-                program.Choose(command);
+                if (command == "drop")
+                    Drop(program, other);
+                else
+                    program.Choose(command);
                 program.prompts.VerifyDone();
                 const bool closed = goesOn && command == "mnuFileExit";
                 QCOMPARE(program.window->isVisible(), !closed);
                 QCOMPARE(program.Settings().contains("[Main]"), closed);
                 QCOMPARE(program.workspace->document.Path(), goesOn && !closed ? other : live);
                 QCOMPARE(program.folder.Read(u"Live.xml"_s).contains("Venue=\"yx\""), answer == Answer::Yes);
-                // Only the recent list takes No as the end of the edits; elsewhere the flag outlives the catalog.
-                const bool modified = !goesOn || (answer == Answer::No && command != "mnuFileMRU1");
+                // Some take No as the end of the edits; elsewhere the flag outlives the catalog.
+                const bool ends = command == "mnuFileMRU1" || command == "drop";
+                const bool modified = !goesOn || (answer == Answer::No && !ends);
                 QCOMPARE(program.Item("mnuFileSave")->isEnabled(), modified);
             }
         }

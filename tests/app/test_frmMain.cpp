@@ -123,7 +123,7 @@ private slots:
         program.Start();
         QCOMPARE(program.prompts.LastAsked().text, ExecutableName() + u".chm was not found.  No help is available."_s);
         QCOMPARE(program.window->windowTitle(), u"Discbook"_s);
-        QVERIFY(!program.Tree()->isEnabled());
+        QVERIFY(!program.Tree()->isEnabled() && program.Hint().startsWith(u"No catalog is open."_s));
         for (const char *menu : {"mnuEdit", "mnuOptions", "mnuView", "mnuWebSources"})
             QVERIFY2(!program.Field(menu).isEnabled(), menu);
         QVERIFY(!program.Item("mnuFileSave")->isEnabled() && !program.Item("mnuHelpContents")->isEnabled());
@@ -140,6 +140,12 @@ private slots:
         QCOMPARE(Text(program.window->menuBar()->actions()), QString::fromUtf8(kMenu));
         program.Choose("mnuWebSourcesOpen0");
         QCOMPARE(program.prompts.Opened(), QStringList(u"https://example.org/?a=1&b=2"_s));
+        QCOMPARE(program.Hint(), QString());
+        for (const char *item : {"mnuEditGroupsItem1", "mnuEditGroupsItem6", "mnuEditShowWrongDate", "mnuViewFilter1"})
+            program.Choose(item);
+        QCOMPARE(
+            program.Hint().section(u"\n\n"_s, 1, 1),
+            u"Filter: Lossless Only\nHidden types: Concert, Radio\nListings with a wrong date are hidden."_s);
     }
 
     void triggers_data()
@@ -171,7 +177,6 @@ private slots:
             .Row("mnuListType1", "", u"List: Lossy - 1 out of 4: "_s + all, "")
             .Row("mnuListType2", "", u"List: Need Lossless - 2 out of 4: "_s + all, "")
             .Row("mnuListType3", "", u"List: Do Not Have - 1 out of 4: "_s + all, "")
-            .Row("mnuViewAsWebPage", "", u"View as Webpage: "_s + all, "")
             .Row("mnuWebSourcesSetup", "", u"Setup web sources: "_s + all + u" | modified"_s, "")
             .Row("mnuHelpAbout", "", u"About Discbook: "_s + all, "");
     }
@@ -292,7 +297,8 @@ private slots:
         QTest::qWait(0);
         const QWidget *client = program.window->centralWidget();
         const QRect tree = program.Tree()->geometry();
-        const QRect frame = program.Field("fra").geometry();
+        const QWidget &fra = program.Field("fra");
+        const QRect frame(fra.mapTo(client, QPoint()), fra.size());
         QCOMPARE(tree, QRect(8, 8, frame.x() - 16, client->height() - 32));
         QCOMPARE(frame, QRect(client->width() - 408, 8, 400, client->height() - 32));
         program.window->close();
@@ -300,11 +306,23 @@ private slots:
         QCOMPARE(program.window->size(), QSize(1200, 800));
     }
 
+    /// The smallest window, 514 high, with a font that it is too low for.
+    void nothingIsCutInLargeFonts()
+    {
+        Program program(kLive);
+        program.window->setFont(QFont(u"DejaVu Sans"_s, 16));
+        program.SelectListing();
+        for (const QLabel *label : program.Field("fra").findChildren<QLabel *>())
+            QTRY_VERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
+        const QWidget &last = program.Enter("txtComment");
+        QTRY_VERIFY2(last.visibleRegion().boundingRect().height() > last.height() / 2, "not scrolled to");
+    }
+
     void smallestSizes()
     {
         Program program;
         program.Start();
-        QCOMPARE(program.window->minimumSize(), QSize(900, 620));
+        QCOMPARE(program.window->minimumSize(), QSize(800, 514)); // of a screen of 800 pixels
         program.Start({}, false);
         program.window->resize(100, 100);
         QTRY_COMPARE(program.window->size(), QSize(600, 514));

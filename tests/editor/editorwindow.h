@@ -38,7 +38,7 @@ struct EditorWindow : TestWorkspace
         row->addWidget(&trv);
         row->addWidget(&fra);
         fra.setFixedWidth(400);
-        window.resize(900, 620);
+        window.resize(900, 514);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));

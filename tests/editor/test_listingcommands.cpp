@@ -250,6 +250,9 @@ private slots:
         for (const QAction *item : w.mouse.mnuPopup().actions())
             items += item->text() + (item->isChecked() ? u"*"_s : u""_s);
         QCOMPARE(items.join(u'|'), u"<Don't Have>|&FLAC|&FLV|&MP3*|&R&&B"_s);
+        w.mouse.mnuPopup().close();
+        QTest::keyClick(&w.trv, Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(w.mouse.mnuPopup().actions()[3]->actionGroup()->isExclusive());
         QTest::keyClick(&w.mouse.mnuPopup(), Qt::Key_R);
         QVERIFY(!w.mouse.mnuPopup().isVisible());
         QVERIFY(w.Item("4").contains("Format='R&amp;B' DateAdded='2024-02-29'"));

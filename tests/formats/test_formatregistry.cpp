@@ -10,9 +10,10 @@ namespace {
 
 using Answer = UserPrompts::Answer;
 
+/// Of the picture in a selected row.
 QRgb CentreColour(const QVariant &icon)
 {
-    return icon.value<QIcon>().pixmap(16, 16).toImage().pixel(8, 8) & RGB_MASK;
+    return icon.value<QIcon>().pixmap(16, 16, QIcon::Selected).toImage().pixel(8, 8) & RGB_MASK;
 }
 
 /// Name, class and picture of each format; the picture as the colour in its middle, "common" for the white of

@@ -45,7 +45,8 @@ QString Shown(const Fixture &f)
     QStringList texts;
     for (const auto *name : {"cboType", "cboYear", "cboMonth", "cboDay", "icbFormat"})
         texts.append(f.Combo(QLatin1StringView(name)).currentText());
-    for (const QLineEdit *box : f.form->findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly))
+    for (const QLineEdit *box :
+         f.Field(u"txtVenue"_s).parent()->findChildren<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly))
         texts.append(box->text());
     return texts.join(u'|');
 }

@@ -1,7 +1,10 @@
 #include "browsetreeview.h"
 
+#include "readable.h"
+
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QToolTip>
@@ -11,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kSidewaysStep = 40; ///< pixels
+constexpr int kHintMargin = 16;   ///< pixels
 
 /// A label for a tool tip, which would take "<" for markup: on one line unless that is too long for a screen.
 QString ToolTipText(const QString &label)
@@ -30,6 +34,32 @@ BrowseTreeView::BrowseTreeView(QWidget *parent) : QTreeView(parent)
     setHorizontalScrollMode(ScrollPerPixel);
     horizontalScrollBar()->setSingleStep(kSidewaysStep);
     connect(this, &QTreeView::collapsed, this, &BrowseTreeView::LeaveGroup);
+}
+
+void BrowseTreeView::SetHint(const QString &hint)
+{
+    if (hint == m_hint)
+        return;
+    m_hint = hint;
+    setAccessibleDescription(hint);
+    viewport()->update();
+}
+
+/// The hint stands below the groups, where there are some.
+void BrowseTreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (m_hint.isEmpty())
+        return;
+    const QRect last = visualRect(model()->index(model()->rowCount() - 1, 0));
+    QRect area = viewport()->rect().marginsRemoved(QMargins(kHintMargin, kHintMargin, kHintMargin, kHintMargin));
+    if (last.isValid())
+        area.setTop(last.bottom() + kHintMargin);
+    if (area.height() < fontMetrics().height())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(ReadableColour(palette(), QPalette::PlaceholderText));
+    painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_hint);
 }
 
 /// Walking from row to row leaves the view where it is sideways.

@@ -14,10 +14,14 @@ class BrowseTreeView : public QTreeView
 public:
     explicit BrowseTreeView(QWidget *parent);
 
+    /// The text that stands in the tree while it shows no listing; "" for none.
+    void SetHint(const QString &hint);
+
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     void reset() override;
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
@@ -29,4 +33,6 @@ private:
     bool IsCut(const QModelIndex &row) const;
     void ShowLabel(const QModelIndex &row, const QPoint &globalPosition) const;
     void LeaveGroup(const QModelIndex &group);
+
+    QString m_hint;
 };

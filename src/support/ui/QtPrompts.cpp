@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kShortestInput = 50; ///< letters
+
 QMessageBox::Icon BoxIcon(UserPrompts::Icon icon)
 {
     switch (icon) {
@@ -101,9 +103,12 @@ QString QtPrompts::Input(const QString &prompt, const QString &title, const QStr
     dialog.setLabelText(ShownCaption(WithPlainLineEnds(prompt)));
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog.setInputMode(QInputDialog::TextInput);
-    dialog.findChild<QLineEdit *>()->setMaxLength(std::numeric_limits<int>::max());
+    auto *edit = dialog.findChild<QLineEdit *>();
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    // The title needs the room as much as the text.
+    edit->setMinimumWidth(kShortestInput * edit->fontMetrics().averageCharWidth());
     dialog.setTextValue(proposed);
-    dialog.findChild<QLineEdit *>()->selectAll();
+    edit->selectAll();
     if (ShowModal(dialog) != QDialog::Accepted)
         return {};
     // Pasted text keeps its line breaks in a line edit; what is asked for is one line.

@@ -44,10 +44,12 @@ bool IsShown(const QString &info)
     });
 }
 
+/// What a window manager is taken to draw above a window; it is not known before the window is shown.
+constexpr int kTitleHeight = 24;
+
 /// Where a window's title must be for the user to get hold of it.
 bool TitleIsReachable(QPoint corner, int width)
 {
-    constexpr int kTitleHeight = 24;
     constexpr int kEnoughWidth = 48;
     constexpr int kEnoughHeight = 8;
     const QRect title(corner, QSize(width, kTitleHeight));
@@ -116,6 +118,11 @@ void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidge
     form.SetInfo(info);
     form.SetDetails(DetailsText(report));
     ShowModal(form);
+}
+
+QSize WithinScreen(const QWidget &window, QSize wanted)
+{
+    return wanted.boundedTo(window.screen()->availableSize() - QSize(0, kTitleHeight));
 }
 
 void SaveFormPosition(QWidget &window, const QString &section, clsINI &settings)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 
 class QWidget;
@@ -10,6 +11,9 @@ struct FailureReport;
 /// The global error handler: shows a report in frmError and waits until it is closed. The mouse pointer becomes the
 /// ordinary one and stays it. `mainWindow` owns the dialog while no other is open.
 void ShowFailureReport(const FailureReport &report, UserPrompts &prompts, QWidget *mainWindow = nullptr);
+
+/// The size inside the frame that a window may have at most on its screen, or `wanted` where that is less.
+QSize WithinScreen(const QWidget &window, QSize wanted);
 
 /// Remembers a window's position and size under a section of the settings: nothing for a minimised window, only the
 /// state for a maximised one, so that its earlier normal position is kept.
