@@ -106,7 +106,8 @@ void DialogCommands::mnuFileMakeCatalogShortcut_Click()
 
 void DialogCommands::mnuHelpContents_Click()
 {
-    Guarded(kModule, "mnuHelpContents_Click", [this] { ShowHelp(kHelpContents, m_services.prompts); });
+    Guarded(
+        kModule, "mnuHelpContents_Click", [this] { ShowHelp(kHelpContents, m_services.settings, m_services.prompts); });
 }
 
 void DialogCommands::mnuHelpAbout_Click()

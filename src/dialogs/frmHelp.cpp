@@ -1,9 +1,11 @@
 #include "frmHelp.h"
 
+#include "clsINI.h"
 #include "controls.h"
 #include "failures.h"
 #include "helpbrowser.h"
 #include "helpcontents.h"
+#include "modGlobal.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -15,13 +17,16 @@
 #include <QTreeWidgetItemIterator>
 #include <QUrl>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr auto kModule = "frmHelp";
+constexpr auto kPositionSection = "Help"_L1;
 constexpr QSize kFirstSize(900, 640);
-constexpr int kContentsWidth = 260;
+constexpr QSize kSmallestSize(480, 360);
 
 QUrl AddressOf(const QTreeWidgetItem &item)
 {
@@ -30,14 +35,17 @@ QUrl AddressOf(const QTreeWidgetItem &item)
 
 } // namespace
 
-frmHelp::frmHelp(const QString &helpFile, UserPrompts &prompts) : m_helpFile(helpFile), m_file(helpFile)
+frmHelp::frmHelp(const QString &helpFile, clsINI &settings, UserPrompts &prompts)
+    : m_helpFile(helpFile),
+      m_file(helpFile),
+      m_settings(settings)
 {
     setObjectName("frmHelp"_L1);
     setWindowTitle(m_file.Title());
     MakeControls(prompts);
     MakeActions();
     LoadContents();
-    resize(kFirstSize);
+    LoadPosition();
 }
 
 void frmHelp::ShowTopic(int context)
@@ -50,10 +58,10 @@ void frmHelp::MakeControls(UserPrompts &prompts)
     auto *splitter = new QSplitter(this);
     trvContents = MakeControl<QTreeWidget>(splitter, "trvContents"_L1);
     trvContents->setAccessibleName(u"Contents"_s);
+    trvContents->setHeaderLabel(trvContents->accessibleName());
     trvContents->setHeaderHidden(true);
     helpPage = MakeControl<HelpBrowser>(splitter, "helpPage"_L1, m_file, prompts);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
     setCentralWidget(splitter);
     helpPage->setFocus();
 
@@ -96,6 +104,7 @@ void frmHelp::MakeActions()
 void frmHelp::LoadContents()
 {
     std::vector<QTreeWidgetItem *> parents{trvContents->invisibleRootItem()};
+    int width = 0;
     for (const HelpTopic &topic :
          ReadHelpContents(QString::fromUtf8(m_file.Read(m_file.ContentsFile()).value_or(QByteArray())))) {
         parents.resize(qMin(parents.size(), static_cast<size_t>(topic.level) + 1));
@@ -103,8 +112,27 @@ void frmHelp::LoadContents()
         if (!topic.page.isEmpty())
             item->setData(0, Qt::UserRole, HelpBrowser::PageAddress(topic.page));
         parents.push_back(item);
+        const int indent = (topic.level + 2) * trvContents->indentation();
+        width = std::max(width, indent + trvContents->fontMetrics().horizontalAdvance(topic.title));
     }
     trvContents->expandAll();
+    // Wide enough for every title, as long as the page keeps half of the window.
+    const int contents = std::min(width, kFirstSize.width() / 2);
+    static_cast<QSplitter *>(centralWidget())->setSizes({contents, kFirstSize.width() - contents});
+}
+
+void frmHelp::LoadPosition()
+{
+    // A window that was left smaller than the first size is had back so.
+    const bool isFirst = m_settings.ReadLong(kPositionSection, u"Width"_s, 0) == 0;
+    resize(WithinScreen(*this, isFirst ? kFirstSize : kSmallestSize));
+    LoadFormPosition(*this, kPositionSection, m_settings);
+}
+
+void frmHelp::closeEvent(QCloseEvent *event)
+{
+    SaveFormPosition(*this, kPositionSection, m_settings);
+    QMainWindow::closeEvent(event);
 }
 
 void frmHelp::Form_ShowItem(QTreeWidgetItem *item)

@@ -3,10 +3,14 @@
 #include <QTextBrowser>
 
 class ChmFile;
+class QTextFragment;
 class UserPrompts;
 
 /// Shows pages of a help file with their pictures and follows links: those to other pages itself, all others by the
-/// system's program for them.
+/// system's program for them. Font and colours are those of the desktop, whatever the pages ask for, and no picture is
+/// wider than the page.
+///
+/// Tab leads out of a page that was just opened; who comes back by Tab walks through its links.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT
@@ -22,8 +26,17 @@ public:
 
 protected:
     void doSetSource(const QUrl &url, QTextDocument::ResourceType type) override;
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void SetStyle();
+    void FitPictures();
+    void FitPicture(const QTextFragment &picture, int room);
+
     const ChmFile &m_file;
     UserPrompts &m_prompts;
+    bool m_walksLinks = false;
 };

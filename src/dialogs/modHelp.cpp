@@ -21,7 +21,7 @@ namespace {
 
 #ifdef Q_OS_WIN
 
-void Show(const QString &path, int context, UserPrompts &)
+void Show(const QString &path, int context, clsINI &, UserPrompts &)
 {
     using HtmlHelp = HWND(WINAPI *)(HWND, LPCWSTR, UINT, DWORD_PTR);
     constexpr UINT kHelpContext = 15;
@@ -46,20 +46,20 @@ frmHelp *OpenWindow(const QString &path)
 }
 
 /// The window stands for itself beside the main window, but does not keep the program alive.
-frmHelp *MakeWindow(const QString &path, UserPrompts &prompts)
+frmHelp *MakeWindow(const QString &path, clsINI &settings, UserPrompts &prompts)
 {
-    auto form = std::make_unique<frmHelp>(path, prompts);
+    auto form = std::make_unique<frmHelp>(path, settings, prompts);
     form->setAttribute(Qt::WA_DeleteOnClose);
     form->setAttribute(Qt::WA_QuitOnClose, false);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, form.get(), &QWidget::close);
     return form.release();
 }
 
-void Show(const QString &path, int context, UserPrompts &prompts)
+void Show(const QString &path, int context, clsINI &settings, UserPrompts &prompts)
 {
     frmHelp *form = OpenWindow(path);
     if (!form)
-        form = MakeWindow(path, prompts);
+        form = MakeWindow(path, settings, prompts);
     form->ShowTopic(context);
     form->setWindowState(form->windowState() & ~Qt::WindowMinimized);
     form->show();
@@ -69,7 +69,7 @@ void Show(const QString &path, int context, UserPrompts &prompts)
 
 #else
 
-void Show(const QString &path, int, UserPrompts &prompts)
+void Show(const QString &path, int, clsINI &, UserPrompts &prompts)
 {
     prompts.OpenWithDefaultProgram(path);
 }
@@ -83,7 +83,7 @@ QString HelpFilePath()
     return InFolder(SharedFolder(), ExecutableName() + u".chm"_s);
 }
 
-void ShowHelp(int context, UserPrompts &prompts, const QString &path)
+void ShowHelp(int context, clsINI &settings, UserPrompts &prompts, const QString &path)
 {
-    Guarded("modHelp", "ShowHelp", [&] { Show(path.isEmpty() ? HelpFilePath() : path, context, prompts); });
+    Guarded("modHelp", "ShowHelp", [&] { Show(path.isEmpty() ? HelpFilePath() : path, context, settings, prompts); });
 }

@@ -1,4 +1,5 @@
 #include "chmfile.h"
+#include "clsINI.h"
 #include "frmHelp.h"
 #include "helpcontents.h"
 #include "kit.h"
@@ -27,9 +28,11 @@ class TestHelp : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { m_settings.LoadINI(m_folder.Path(u"discbook.ini"_s)); }
+
     void init()
     {
-        ShowHelp(kHelpContents, m_prompts, kFile);
+        ShowHelp(kHelpContents, m_settings, m_prompts, kFile);
         QCOMPARE(Windows().size(), 1);
         m_form = Windows().first();
         m_page = m_form->findChild<QTextBrowser *>();
@@ -78,14 +81,12 @@ private slots:
 
     void firstPage()
     {
-        QCOMPARE(m_form->windowTitle(), u"Test Help"_s);
         QVERIFY(!m_form->testAttribute(Qt::WA_QuitOnClose));
-        QCOMPARE(m_contents->accessibleName(), u"Contents"_s);
-        QCOMPARE(m_page->accessibleName(), u"Help page"_s);
+        QVERIFY(!m_page->document()->toHtml().contains(u"#123456"_s));
         QVERIFY(m_page->toPlainText().contains(u"All pages \u2013"_s));
         QVERIFY(!m_page->document()->resource(QTextDocument::ImageResource, QUrl(u"CD.png"_s)).isNull());
         m_form->showMinimized();
-        ShowHelp(1001, m_prompts, kFile);
+        ShowHelp(1001, m_settings, m_prompts, kFile);
         QVERIFY(!m_form->isMinimized());
         QCOMPARE(Windows(), QList<frmHelp *>{m_form});
         QVERIFY(m_page->toPlainText().contains(u"The second page"_s));
@@ -115,8 +116,11 @@ private slots:
         const QRect line = m_contents->visualItemRect(m_contents->topLevelItem(0)->child(1));
         QTest::mouseClick(m_contents->viewport(), Qt::LeftButton, {}, line.center());
         QCOMPARE(Place(), u"chm:/second.html#below Two, below"_s);
+        m_form->resize(500, 400);
         QTest::keyClick(m_page, Qt::Key_Escape);
         QVERIFY(Windows().isEmpty());
+        init();
+        QCOMPARE(m_form->size(), QSize(500, 400));
     }
 
     void unusableFiles()
@@ -124,9 +128,9 @@ private slots:
         const TestProgramFolder folder;
         const FailureRecorder failures;
         QCOMPARE(HelpFilePath(), folder.Path(u"test_help.chm"_s));
-        ShowHelp(kHelpContents, m_prompts);
+        ShowHelp(kHelpContents, m_settings, m_prompts);
         folder.Write(u"test_help.chm"_s, "no help");
-        ShowHelp(kHelpContents, m_prompts);
+        ShowHelp(kHelpContents, m_settings, m_prompts);
         QCOMPARE(failures.Names(), QStringList(2, u"modHelp.ShowHelp"_s));
         QCOMPARE(failures.reports[1].number, static_cast<int>(Failure::BadFile));
         QCOMPARE(Windows().size(), 1);
@@ -160,7 +164,9 @@ private:
         QTest::mouseClick(m_page->viewport(), Qt::LeftButton, {}, m_page->cursorRect(cursor).center());
     }
 
+    TestProgramFolder m_folder;
     ScriptedPrompts m_prompts;
+    clsINI m_settings{m_prompts};
     frmHelp *m_form = nullptr;
     QTextBrowser *m_page = nullptr;
     QTreeWidget *m_contents = nullptr;
