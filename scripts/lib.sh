@@ -4,6 +4,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpugixml-dev libxxhash-dev libchm-dev fp-utils python3)
 run_packages=(fonts-dejavu-core)
+accessibility_packages=(at-spi2-core dbus-daemon openbox python3-pyatspi xauth xdotool xvfb)
 headless_packages=(xvfb xdotool imagemagick)
 
 say() { printf '%s\n' "$*" >&2; }

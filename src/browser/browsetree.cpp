@@ -46,7 +46,7 @@ BrowseTree::BrowseTree(
       m_formats(formats),
       m_types(types),
       m_options(options),
-      m_model(formats.Pictures())
+      m_model(formats)
 {
     connect(&document, &CatalogDocument::aboutToBeReplaced, &m_model, &BrowseTreeModel::Clear);
     connect(&document, &CatalogDocument::listingAdded, this, &BrowseTree::FollowAddition);

@@ -2,6 +2,7 @@
 
 #include "fields.h"
 #include "flatfile.h"
+#include "formatregistry.h"
 #include "labels.h"
 #include "modXMLSubs.h"
 #include "showntext.h"
@@ -92,23 +93,27 @@ BrowseTreeModel::Listings &BrowseTreeModel::Group::Ordered()
     return m_listings;
 }
 
-BrowseTreeModel::BrowseTreeModel(const PictureList &pictures) : m_pictures(pictures) {}
+BrowseTreeModel::BrowseTreeModel(const FormatRegistry &formats) : m_formats(formats) {}
 
 BrowseTreeModel::~BrowseTreeModel() = default;
 
 void BrowseTreeModel::Clear()
 {
-    beginResetModel();
-    m_nodes = {};
-    m_nextOrder = 0;
-    m_loading = false;
-    endResetModel();
+    Reset(false);
 }
 
 void BrowseTreeModel::BeginLoad()
 {
-    Clear();
-    m_loading = true;
+    Reset(true);
+}
+
+void BrowseTreeModel::Reset(bool loading)
+{
+    beginResetModel();
+    m_nodes = {};
+    m_nextOrder = 0;
+    m_loading = loading;
+    endResetModel();
 }
 
 void BrowseTreeModel::EndLoad()
@@ -362,6 +367,19 @@ int BrowseTreeModel::columnCount(const QModelIndex & /*parent*/) const
     return 1;
 }
 
+/// The header is hidden; screen readers name the column by it.
+QVariant BrowseTreeModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    const bool isColumn = section == 0 && orientation == Qt::Horizontal;
+    return isColumn && role == Qt::DisplayRole ? QVariant(u"Listings"_s) : QVariant();
+}
+
+/// What screen readers say for a listing: its picture in words after the label.
+QString BrowseTreeModel::SpokenText(const Listing &listing) const
+{
+    return ShownLabel(listing.element) + u", "_s + m_formats.SpokenPicture(listing.picture);
+}
+
 Qt::ItemFlags BrowseTreeModel::flags(const QModelIndex &index) const
 {
     constexpr Qt::ItemFlags kNode = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
@@ -380,8 +398,12 @@ QVariant BrowseTreeModel::data(const QModelIndex &index, int role) const
             return ShownText(group->text);
         return ShownLabel(ListingAt(index)->element);
     }
+    case Qt::AccessibleTextRole: {
+        const Listing *listing = ListingAt(index);
+        return listing ? QVariant(SpokenText(*listing)) : QVariant();
+    }
     case Qt::DecorationRole:
-        return m_pictures.Picture(NodePicture(index));
+        return m_formats.Pictures().Picture(NodePicture(index));
     case PictureRole:
         return NodePicture(index);
     case KeyRole:

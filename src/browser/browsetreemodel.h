@@ -1,7 +1,6 @@
 #pragma once
 
 #include "idmap.h"
-#include "picturelist.h"
 
 #include <pugixml.hpp>
 
@@ -12,6 +11,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+class FormatRegistry;
 
 /// The tree of groups and listings as a model: two levels, every node found by its key, groups and listings in text
 /// order.
@@ -68,8 +69,8 @@ public:
         KeyRole,                    ///< node key
     };
 
-    /// `pictures` must outlive the model.
-    explicit BrowseTreeModel(const PictureList &pictures);
+    /// `formats` must outlive the model.
+    explicit BrowseTreeModel(const FormatRegistry &formats);
     ~BrowseTreeModel() override;
 
     /// Removes all nodes.
@@ -117,6 +118,7 @@ public:
     QModelIndex parent(const QModelIndex &index) const override;
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     bool hasChildren(const QModelIndex &parent = {}) const override { return rowCount(parent) > 0; }
     Qt::ItemFlags flags(const QModelIndex &index) const override;
@@ -138,7 +140,10 @@ private:
     void MoveWithinGroup(Listing &listing, int oldRow);
     void RenumberGroups(size_t from);
 
-    const PictureList &m_pictures;
+    void Reset(bool loading);
+    QString SpokenText(const Listing &listing) const;
+
+    const FormatRegistry &m_formats;
     Nodes m_nodes;
     bool m_loading = false;
     quint32 m_nextOrder = 0;

@@ -39,6 +39,7 @@ QLabel *MakeIcon(QWidget *parent)
     auto *icon = MakeControl<QLabel>(parent, "imgIcon"_L1);
     icon->setPixmap(QApplication::windowIcon().pixmap(kIconSize, parent->devicePixelRatioF()));
     icon->setHidden(icon->pixmap().isNull());
+    icon->setAccessibleName(ApplicationTitle());
     return icon;
 }
 

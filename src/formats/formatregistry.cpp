@@ -129,6 +129,24 @@ QString FormatRegistry::ShowImageKeyAt(int position, bool wrongDate) const
     return position < 0 ? kUnchecked : m_entries[static_cast<size_t>(position)].pictureKey;
 }
 
+QString FormatRegistry::SpokenPicture(const QString &pictureKey) const
+{
+    if (pictureKey == kWrongDatePicture)
+        return u"wrong date"_s;
+    if (pictureKey == kUncheckedPicture)
+        return u"not held"_s;
+    const QString name = FormatNameFromKey(pictureKey);
+    switch (ClassAt(FindFormat(name))) {
+    case FormatKind::Lossless:
+        return name + u", lossless"_s;
+    case FormatKind::Lossy:
+        return name + u", lossy"_s;
+    case FormatKind::Unknown:
+        break;
+    }
+    return name;
+}
+
 int FormatRegistry::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_entries.size()) + 1;
@@ -139,7 +157,7 @@ QVariant FormatRegistry::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     if (index.row() == 0)
-        return role == PopupCaptionRole ? QVariant(u"<Don't Have>"_s) : QVariant();
+        return role == PopupCaptionRole || role == Qt::AccessibleTextRole ? QVariant(u"<Don't Have>"_s) : QVariant();
 
     const QString &name = m_entries[static_cast<size_t>(index.row() - 1)].name;
     switch (role) {

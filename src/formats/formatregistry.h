@@ -62,6 +62,9 @@ public:
     /// The same with the position of FindOrAddFormat.
     QString ShowImageKeyAt(int position, bool wrongDate) const;
 
+    /// The picture of a listing in words: its format and class, or why it has none.
+    QString SpokenPicture(const QString &pictureKey) const;
+
     const PictureList &Pictures() const { return m_pictures; }
 
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -70,7 +70,6 @@ private slots:
                 form.findChild<QPlainTextEdit *>(u"txtDetails"_s)->toPlainText(),
                 u"Description: No <Item> & no\nnode s1\nSource: Discbook\n\nCallStack:\n"
                 "Module: frmMain\tProc: Form_Load\nModule: frmMain\tProc: LoadShows"_s);
-            QVERIFY(!form.findChild<QLabel *>(u"imgIcon"_s)->pixmap().isNull());
             Click(form, u"cmdSave"_s);
         });
         QVERIFY(QFileInfo::exists(path));
@@ -155,16 +154,6 @@ private slots:
             QVERIFY(QGuiApplication::overrideCursor());
         }
         QVERIFY(!QGuiApplication::overrideCursor());
-    }
-
-    void keys()
-    {
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-            frmError form(m_prompts);
-            form.show();
-            QTest::keyClick(form.focusWidget(), key);
-            QVERIFY(!form.isVisible());
-        }
     }
 
     void lastNet()

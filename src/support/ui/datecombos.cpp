@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kFirstYear = 1940;
@@ -65,9 +67,10 @@ private:
     DateEditor &m_editor;
 };
 
-void MakeDateBox(QComboBox &box)
+void MakeDateBox(QComboBox &box, const QString &name)
 {
     auto *editor = new DateEditor(box);
+    editor->setAccessibleName(name);
     box.setLineEdit(editor);
     box.setInsertPolicy(QComboBox::NoInsert);
     box.setCompleter(nullptr);
@@ -93,9 +96,9 @@ void FillUpTo(QComboBox &box, int last)
 
 void MakeDateBoxes(QComboBox &year, QComboBox &month, QComboBox &day)
 {
-    MakeDateBox(year);
-    MakeDateBox(month);
-    MakeDateBox(day);
+    MakeDateBox(year, u"Year"_s);
+    MakeDateBox(month, u"Month"_s);
+    MakeDateBox(day, u"Day"_s);
 }
 
 void FillDateBoxes(QComboBox &year, QComboBox &month, QComboBox &day, int currentYear)

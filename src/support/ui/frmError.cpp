@@ -38,6 +38,7 @@ QLabel *MakeIcon(QWidget *parent)
     auto *icon = MakeControl<QLabel>(parent, "imgIcon"_L1);
     const int size = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, parent);
     const QIcon picture = parent->style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, parent);
+    icon->setAccessibleName(u"Error"_s);
     icon->setPixmap(picture.pixmap(QSize(size, size), parent->devicePixelRatioF()));
     return icon;
 }
