@@ -3,6 +3,7 @@
 #include "failures.h"
 #include "frmMain.h"
 #include "modGlobal.h"
+#include "newformats.h"
 #include "paths.h"
 #include "workspace.h"
 
@@ -41,7 +42,10 @@ int main(int argc, char **argv)
     QtPrompts prompts;
     QPointer<QWidget> mainWindow;
     InstallFailureReporter([&](const FailureReport &report) { ShowFailureReport(report, prompts, mainWindow); });
-    Guarded("modGlobal", "Main", [] { PrepareProgramFolder(); });
+    Guarded("modGlobal", "Main", [&] {
+        PrepareProgramFolder();
+        BringNewFormats(SharedFolder(), ProgramFolder(), prompts);
+    });
 
     Workspace workspace(prompts);
     frmMain window(workspace, prompts, {.arguments = Arguments(argc, argv)});

@@ -1,5 +1,6 @@
 #include "formatregistry.h"
 #include "kit.h"
+#include "newformats.h"
 
 #include <QAbstractItemModelTester>
 #include <QImage>
@@ -63,47 +64,31 @@ private slots:
         QCOMPARE(FormatNameFromKey(u"FormatWAV"_s), u"WAV"_s);
     }
 
-    void answersAreAskedForOnceAndKept_data()
-    {
-        const QByteArray head = "[Formats]\r\n", lossless = "R&B=Lossless\r\n", flac = "FLAC=Lossless\r\n";
-        Table<QByteArray, Answer, QString, QByteArray>("before", "answer", "shown", "after")
-            .Row("lossless", {}, Answer::Yes, u"R&B 1 common"_s, head + lossless)
-            .Row("lossy", head + flac, Answer::No, u"FLAC 1 common, R&B 2 common"_s, head + flac + "R&B=Lossy\r\n")
-            .Row("undecided", head + "R&B=\r\n", Answer::Yes, u"R&B 1 common"_s, head + lossless);
-    }
-
     void answersAreAskedForOnceAndKept()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(Answer, answer);
-        m_folder->Write(u"formats.ini"_s, before);
-        m_prompts.ExpectMessage(u"Unknown format"_s, answer);
-        for (int start = 0; start < 2; ++start) {
-            FormatRegistry formats(m_prompts);
-            formats.LoadFormats();
-            formats.FormatClass(u"R&B"_s);
-            QTEST(Shown(formats), "shown");
+        const QByteArray head = "[Formats]\r\n", flac = head + "FLAC=Lossless\r\n", lossless = "R&B=Lossless\r\n";
+        for (const auto &[before, answer, shown, after] :
+             {std::tuple(QByteArray(), Answer::Yes, u"R&B 1 common"_s, head + lossless),
+              {flac, Answer::No, u"FLAC 1 common, R&B 2 common"_s, flac + "R&B=Lossy\r\n"},
+              {head + "R&B=\r\n", Answer::Yes, u"R&B 1 common"_s, head + lossless}}) {
+            m_folder->Write(u"formats.ini"_s, before);
+            m_prompts.ExpectMessage(u"Unknown format"_s, answer);
+            for (int start = 0; start < 2; ++start) {
+                FormatRegistry formats(m_prompts);
+                formats.LoadFormats();
+                formats.FormatClass(u"R&B"_s);
+                QCOMPARE(Shown(formats), shown);
+            }
+            QCOMPARE(m_folder->Read(u"formats.ini"_s), after);
         }
         QCOMPARE(m_prompts.LastAsked().text, u"Detected a new format type: R&B\r\nIs this a lossless format?"_s);
         QCOMPARE(m_prompts.LastAsked().icon, UserPrompts::Icon::Question);
         QCOMPARE(m_prompts.LastAsked().buttons, UserPrompts::Buttons::YesNo);
-        QTEST(m_folder->Read(u"formats.ini"_s), "after");
-    }
-
-    void whatCannotBeLoadedIsReported_data()
-    {
-        const QByteArray known = "[Formats]\r\nCD=Lossless\r\n";
-        Table<QByteArray, bool, QString>("ini", "damaged", "shown")
-            .Row("bitmaps", known + "MP3=Lossy\r\nTape=Lossy\r\n", false, u"CD 1 10203, MP3 2 common, Tape 2 common"_s)
-            .Row(
-                "ini too", known + "MP3=Lossy\r\n[\r\nTape=Lossless\r\n", true,
-                u"CD 1 10203, MP3 2 common, Tape 2 common"_s);
     }
 
     void whatCannotBeLoadedIsReported()
     {
-        QFETCH(QByteArray, ini);
-        QFETCH(bool, damaged);
+        const QByteArray ini = "[Formats]\r\nCD=Lossless\r\nMP3=Lossy\r\n[\r\nTape=Lossless\r\n";
         m_folder->Write(u"formats.ini"_s, ini);
         WriteBitmap(u"CD.bmp"_s, 0x010203);
         const QString mp3 = m_folder->Write(u"Formats/MP3.bmp"_s, "BM this is no picture");
@@ -111,16 +96,38 @@ private slots:
         FormatRegistry formats(m_prompts);
         const FailureRecorder failures;
         // What the file classes behind the slip is asked about, once the slip was reported.
-        if (damaged)
-            m_prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
+        m_prompts.ExpectMessage(u"Unknown format"_s, UserPrompts::Answer::No);
         m_prompts.SetWhileAsked(
             [&](const auto &) { QVERIFY(failures.reports.at(0).description.contains(u"formats.ini.damaged"_s)); });
         QVERIFY(!Guarded("test", "LoadFormats", [&] { formats.LoadFormats(); }));
         m_prompts.SetWhileAsked({});
         const QString pictures = u"The picture %1 cannot be loaded.\r\nThe picture %2 cannot be loaded."_s;
         QCOMPARE(failures.reports.back().description, pictures.arg(mp3, tape));
-        QTEST(Shown(formats), "shown");
-        QCOMPARE(m_folder->Read(damaged ? u"formats.ini.damaged"_s : u"formats.ini"_s), ini);
+        QCOMPARE(Shown(formats), u"CD 1 10203, MP3 2 common, Tape 2 common"_s);
+        QCOMPARE(m_folder->Read(u"formats.ini.damaged"_s), ini);
+    }
+
+    void newFormatsArriveOnce()
+    {
+        const QString own = u"own/formats.ini"_s, picture = u"Formats/DAT.bmp"_s;
+        const QByteArray empty = "[Formats]\r\n", mine = empty + "CD=Lossy\r\n", dat = "DAT=Lossless\r\n";
+        m_folder->Write(u"share/"_s + picture, "DAT");
+        const auto start = [&](const QByteArray &shipped) {
+            m_folder->Write(u"share/formats.ini"_s, empty + "CD=Lossless\r\n" + shipped);
+            BringNewFormats(m_folder->Path(u"share"_s), m_folder->Path(u"own"_s), m_prompts);
+            return m_folder->Read(own);
+        };
+        m_folder->Write(own, mine);
+        QCOMPARE(start({}), mine);
+        QCOMPARE(start(dat), mine + dat);
+        QCOMPARE(m_folder->Read(u"own/"_s + picture), "DAT");
+        // What was deleted does not come back, and what was damaged is not written.
+        for (const QByteArray &left : {empty, dat}) {
+            m_folder->Write(own, left);
+            m_folder->Write(u"own/"_s + picture, "my own");
+            QCOMPARE(start(left == dat ? "MP3=Lossy\r\n" : dat), left);
+            QCOMPARE(m_folder->Read(u"own/"_s + picture), "my own");
+        }
     }
 
     void shippedFormatsAreAllKnown()

@@ -46,27 +46,20 @@ class TestPaths : public QObject
     Q_OBJECT
 
 private slots:
-    void fileTitle()
+    void partsOfPaths()
     {
         // Of a path, with and without what follows the last dot.
-        const std::vector<std::array<QString, 3>> titles = {
-            {u""_s, u""_s, u""_s},
-            {u"Live.xml"_s, u"Live.xml"_s, u"Live"_s},
-            {u"C:\\a/b.xml"_s, u"b.xml"_s, u"b"_s},
-            {u"/a/b\\c.xml"_s, u"c.xml"_s, u"c"_s},
-            {u"a.b.xml"_s, u"a.b.xml"_s, u"a.b"_s},
-            {u"/a.d/live"_s, u"live"_s, u"live"_s},
-            {u"/a/.xml"_s, u".xml"_s, u""_s},
-            {u"/a/b/"_s, u""_s, u""_s}};
-        for (const auto &[path, kept, cut] : titles) {
-            QCOMPARE(FileTitle(path, true), kept);
-            QCOMPARE(FileTitle(path), cut);
-        }
-    }
-
-    void inFolder()
-    {
-        QCOMPARE(QDir::fromNativeSeparators(InFolder(u"/a/b"_s, u"c.ini"_s)), u"/a/b/c.ini"_s);
+        const std::vector<std::pair<QString, QString>> titles = {
+            {{}, u"|"_s},
+            {u"Live.xml"_s, u"Live.xml|Live"_s},
+            {u"C:\\a/b.xml"_s, u"b.xml|b"_s},
+            {u"/a/b\\c.xml"_s, u"c.xml|c"_s},
+            {u"a.b.xml"_s, u"a.b.xml|a.b"_s},
+            {u"/a.d/live"_s, u"live|live"_s},
+            {u"/a/.xml"_s, u".xml|"_s},
+            {u"/a/b/"_s, u"|"_s}};
+        for (const auto &[path, expected] : titles)
+            QCOMPARE(FileTitle(path, true) + u'|' + FileTitle(path), expected);
         QCOMPARE(QDir::fromNativeSeparators(InFolder(u"/"_s, u"c.ini"_s)), u"/c.ini"_s);
         QCOMPARE(FullPath(u"a/../b/./c.ini"_s), InFolder(QDir::currentPath(), QDir::toNativeSeparators(u"b/c.ini"_s)));
     }
