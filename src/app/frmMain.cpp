@@ -28,6 +28,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <iostream>
 
 using namespace Qt::StringLiterals;
 
@@ -204,8 +205,12 @@ void frmMain::OpenFirstCatalog()
     QString path = CatalogFromCommandLine(m_startUp.arguments);
     if (path.isEmpty() && m_menu.mnuOptionsOpenMRUOnStartup->isChecked())
         path = m_workspace.settings.ReadString(u"MRU"_s, u"0"_s);
-    if (!path.isEmpty())
-        m_files->OpenCatalog(path);
+    if (path.isEmpty())
+        return;
+    // For whoever started the program in a terminal.
+    if (!QFileInfo::exists(path) && !FinishInterruptedConversion(path))
+        std::cerr << ExecutableName().toStdString() << ": " << path.toLocal8Bit().constData() << " does not exist\n";
+    m_files->OpenCatalog(path);
 }
 
 bool frmMain::event(QEvent *event)

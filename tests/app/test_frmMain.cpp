@@ -1,5 +1,8 @@
 #include "program.h"
 
+#include <iostream>
+#include <sstream>
+
 using Answer = UserPrompts::Answer;
 
 namespace {
@@ -129,6 +132,17 @@ private slots:
         QVERIFY(!program.Item("mnuFileSave")->isEnabled() && !program.Item("mnuHelpContents")->isEnabled());
         QVERIFY(!program.Item("mnuFileDashMRU")->isVisible() && !program.Field("txtVenue").isVisible());
         QVERIFY(program.failures.reports.empty());
+    }
+
+    void aMissingCatalogIsToldInTheTerminalToo()
+    {
+        std::ostringstream terminal;
+        std::streambuf *const before = std::cerr.rdbuf(terminal.rdbuf());
+        Program program;
+        program.prompts.ExpectMessage(u"Discbook"_s);
+        program.Start({u"gone.xml"_s});
+        std::cerr.rdbuf(before);
+        QVERIFY(terminal.str().ends_with("gone.xml does not exist\n"));
     }
 
     void opensTheCatalogOfTheCommandLineWithItsMenu()
