@@ -12,12 +12,10 @@ if(TARGET discbook_help)
   install(FILES "${DISCBOOK_PROGRAM_FOLDER}/discbook.chm" DESTINATION ${DISCBOOK_SHARE})
 endif()
 
-install(FILES LICENSE README.md samples/LICENSE-gdshowsdb.txt DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/discbook")
+set(DISCBOOK_DOC "${CMAKE_INSTALL_DATAROOTDIR}/doc/discbook")
+install(FILES README.md DESTINATION ${DISCBOOK_DOC})
+install(DIRECTORY docs DESTINATION ${DISCBOOK_DOC})
 
-if(UNIX AND NOT APPLE)
-  install(FILES packaging/discbook.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
-  foreach(size 16 24 32 48 64 128 256)
-    install(FILES src/app/icons/discbook-${size}.png
-      DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps" RENAME discbook.png)
-  endforeach()
+if(APPLE OR NOT UNIX)
+  install(FILES LICENSE samples/LICENSE-gdshowsdb.txt DESTINATION ${DISCBOOK_DOC})
 endif()
