@@ -66,11 +66,10 @@ private slots:
 
     void answersAreAskedForOnceAndKept()
     {
-        const QByteArray head = "[Formats]\r\n", flac = head + "FLAC=Lossless\r\n", lossless = "R&B=Lossless\r\n";
+        const QByteArray head = "[Formats]\r\n", flac = head + "FLAC=Lossless\r\n";
         for (const auto &[before, answer, shown, after] :
-             {std::tuple(QByteArray(), Answer::Yes, u"R&B 1 common"_s, head + lossless),
-              {flac, Answer::No, u"FLAC 1 common, R&B 2 common"_s, flac + "R&B=Lossy\r\n"},
-              {head + "R&B=\r\n", Answer::Yes, u"R&B 1 common"_s, head + lossless}}) {
+             {std::tuple(flac, Answer::No, u"FLAC 1 common, R&B 2 common"_s, flac + "R&B=Lossy\r\n"),
+              {head + "R&B=\r\n", Answer::Yes, u"R&B 1 common"_s, head + "R&B=Lossless\r\n"}}) {
             m_folder->Write(u"formats.ini"_s, before);
             m_prompts.ExpectMessage(u"Unknown format"_s, answer);
             for (int start = 0; start < 2; ++start) {

@@ -39,7 +39,7 @@ private slots:
         QCOMPARE(ReportOf(7), at + u"1 Unknown exception (Discbook)"_s);
     }
 
-    void callStack()
+    void callStackOfWhatIsReportedOnce()
     {
         const FailureRecorder failures;
         Guarded("a", "b", [&] {
@@ -48,14 +48,9 @@ private slots:
             QCOMPARE(CallStack().CallStack(), u"Module: a\tProc: b"_s);
         });
         QCOMPARE(failures.reports.at(0).callStack, u"Module: a\tProc: b\r\nModule: e\tProc: f"_s);
-    }
-
-    void reportedFailureIsReportedOnce()
-    {
-        const FailureRecorder failures;
         QVERIFY(!Guarded("a", "b", [] { Reported("c", "d", [] { throw 7; }); }));
-        QCOMPARE(failures.Names(), {u"c.d"_s});
-        QCOMPARE(failures.reports.at(0).callStack, u"Module: a\tProc: b\r\nModule: c\tProc: d"_s);
+        QCOMPARE(failures.Names(), QStringList({u"e.f"_s, u"c.d"_s}));
+        QCOMPARE(failures.reports.at(1).callStack, u"Module: a\tProc: b\r\nModule: c\tProc: d"_s);
     }
 
     void failureInsideTheReporter()

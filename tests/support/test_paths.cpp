@@ -51,7 +51,6 @@ private slots:
         // Of a path, with and without what follows the last dot.
         const std::vector<std::pair<QString, QString>> titles = {
             {{}, u"|"_s},
-            {u"Live.xml"_s, u"Live.xml|Live"_s},
             {u"C:\\a/b.xml"_s, u"b.xml|b"_s},
             {u"/a/b\\c.xml"_s, u"c.xml|c"_s},
             {u"a.b.xml"_s, u"a.b.xml|a.b"_s},
