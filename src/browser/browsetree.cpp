@@ -25,11 +25,16 @@ constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
 
 /// How many listings of a group have each picture.
-QHash<QString, int> CountPictures(const BrowseTreeModel::Group &group)
+std::vector<std::pair<QString, int>> CountPictures(const BrowseTreeModel::Group &group)
 {
-    QHash<QString, int> counts;
-    for (const auto &listing : group.InAnyOrder())
-        ++counts[listing->picture];
+    std::vector<std::pair<QString, int>> counts;
+    for (const auto &listing : group.InAnyOrder()) {
+        // There are few pictures, so this is quicker than a hash.
+        auto count = std::ranges::find(counts, listing->picture, &std::pair<QString, int>::first);
+        if (count == counts.end())
+            count = counts.insert(count, {listing->picture, 0});
+        ++count->second;
+    }
     return counts;
 }
 
@@ -75,16 +80,17 @@ bool BrowseTree::Load(const Listings &listings)
     // A load that broke off has left groups that are gone.
     m_knownGroups.clear();
     m_model.BeginLoad();
-    // What was added is shown even when a later listing failed.
+    // What was added is shown even when a later listing failed, and before anybody hears of new types.
     const bool added = m_types.ChangeTogether([&] {
-        return Guarded(kModule, "LoadShowList", [&] {
+        const bool all = Guarded(kModule, "LoadShowList", [&] {
             for (const pugi::xml_node listing : listings)
                 AddShowToTree(listing);
         });
+        for (const auto &group : m_model.Groups())
+            AddYearCount(*group);
+        m_model.EndLoad();
+        return all;
     });
-    for (const auto &group : m_model.Groups())
-        AddYearCount(*group);
-    m_model.EndLoad();
     m_knownGroups.clear();
     return added;
 }
@@ -178,15 +184,14 @@ void BrowseTree::AddYearCount(Group &group)
         int lossless = 0;
         int lossy = 0;
         int all = 0;
-        const QHash<QString, int> counts = CountPictures(group);
-        for (auto count = counts.begin(); count != counts.end(); ++count) {
-            if (count.key() == kWrongDatePicture)
+        for (const auto &[picture, count] : CountPictures(group)) {
+            if (picture == kWrongDatePicture)
                 continue;
-            all += *count;
-            if (count.key() == kUncheckedPicture)
+            all += count;
+            if (picture == kUncheckedPicture)
                 continue;
-            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(count.key()));
-            (kind == FormatKind::Lossless ? lossless : lossy) += *count;
+            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(picture));
+            (kind == FormatKind::Lossless ? lossless : lossy) += count;
         }
         const QString name = group.text.section(kTotalsGap, 0, 0);
         m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));

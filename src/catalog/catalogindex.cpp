@@ -2,6 +2,7 @@
 
 #include "fields.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -25,7 +26,7 @@ void CatalogIndex::Build(pugi::xml_node catalog)
         if (std::strcmp(element.name(), Element::kItem) == 0)
             Append(element);
         else
-            m_entries.Append(element);
+            m_entries.push_back(element);
     }
 }
 
@@ -33,7 +34,7 @@ void CatalogIndex::Append(pugi::xml_node listing)
 {
     const char *const id = Id(listing);
     if (const pugi::xml_node first = Find(id))
-        m_others[{Id(first)}].Append(listing);
+        m_others[{Id(first)}].push_back(listing);
     else
         m_first.Insert(id, listing);
     ++m_size;
@@ -45,7 +46,7 @@ void CatalogIndex::Remove(pugi::xml_node listing)
     if (Find(id) == listing)
         RemoveFirst(id);
     else if (const auto others = m_others.find({id}); others != m_others.end())
-        others->Remove(listing);
+        std::erase(*others, listing);
     --m_size;
 }
 
@@ -53,11 +54,11 @@ void CatalogIndex::Remove(pugi::xml_node listing)
 void CatalogIndex::RemoveFirst(const char *id)
 {
     m_first.Remove(id);
-    ElementList others = m_others.take({id});
-    const pugi::xml_node next = others.At(0);
-    if (!next)
+    std::vector<pugi::xml_node> others = m_others.take({id});
+    if (others.empty())
         return;
-    others.Remove(next);
+    const pugi::xml_node next = others.front();
+    others.erase(others.begin());
     m_first.Insert(Id(next), next);
     m_others[{Id(next)}] = std::move(others);
 }
@@ -72,7 +73,7 @@ quint32 CatalogIndex::PlaceOf(pugi::xml_node listing) const
     const auto others = m_others.isEmpty() ? m_others.end() : m_others.find({Id(listing)});
     if (others == m_others.end() || Find(Id(listing)) == listing)
         return 0;
-    return static_cast<quint32>(others->PlaceOf(listing) + 1);
+    return static_cast<quint32>(std::ranges::find(*others, listing) - others->begin() + 1);
 }
 
 pugi::xml_node CatalogIndex::At(const char *id, quint32 place) const
@@ -80,5 +81,5 @@ pugi::xml_node CatalogIndex::At(const char *id, quint32 place) const
     if (place == 0)
         return Find(id);
     const auto others = m_others.find({id});
-    return others != m_others.end() ? others->At(place - 1) : pugi::xml_node();
+    return others != m_others.end() && place <= others->size() ? others->at(place - 1) : pugi::xml_node();
 }

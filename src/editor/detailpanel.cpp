@@ -166,7 +166,7 @@ void DetailPanel::TakeFocusBack()
 
 void DetailPanel::trv_NodeClick(const QModelIndex &node)
 {
-    Guarded(kModule, "trv_NodeClick", [&] {
+    const bool isShown = Guarded(kModule, "trv_NodeClick", [&] {
         const BrowseTree::Listing *listing = m_tree.Model().ListingAt(node);
         const pugi::xml_node item = listing ? listing->element : pugi::xml_node();
         if (item) {
@@ -177,6 +177,11 @@ void DetailPanel::trv_NodeClick(const QModelIndex &node)
         ShowHideInfoFrame(!item.empty());
         emit listingSelected(!item.empty());
     });
+    // Boxes that still hold another listing's values must not write them into this one.
+    if (!isShown) {
+        Forget();
+        ShowHideInfoFrame(false);
+    }
 }
 
 void DetailPanel::Fill(pugi::xml_node item)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 
 #include <vector>
@@ -58,9 +57,6 @@ public:
     void WriteFlag(const QString &SectionName, const QString &KeyName, bool Value);
 
 private:
-    /// The first place of each name in a list; empty when they have to be gathered anew.
-    using Places = QHash<QString, int>;
-
     struct Key
     {
         QString name;
@@ -70,7 +66,6 @@ private:
     {
         QString name;
         std::vector<Key> keys;
-        mutable Places places;
     };
 
     /// How much of the file the model holds.
@@ -91,7 +86,6 @@ private:
     bool m_allowSaveFile = true;
     Seen m_seen = Seen::All;
     std::vector<Section> m_sections;
-    mutable Places m_places;
 };
 
 /// Writes what changes during its life with one save, at its end.

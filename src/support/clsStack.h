@@ -8,6 +8,9 @@
 class clsStack
 {
 public:
+    /// Entering a procedure needs memory only where they nest deeper than they do.
+    clsStack() { m_entries.reserve(kUsualDepth); }
+
     /// Enters a procedure. Both names must outlive the entry; string literals do.
     void Push(const char *moduleName, const char *procName) { m_entries.push_back({moduleName, procName}); }
 
@@ -18,6 +21,8 @@ public:
     QString CallStack() const;
 
 private:
+    static constexpr size_t kUsualDepth = 64;
+
     struct Entry
     {
         const char *moduleName;
