@@ -474,16 +474,6 @@ private slots:
         QCOMPARE(program.folder.Read(u"Other.xml"_s), kTheirs);
     }
 
-    void newCatalogThatCannotBeWrittenLeavesTheOpenOne()
-    {
-        Program program(kLive);
-        program.prompts.ExpectSaveFile(u"New Catalog"_s, program.folder.Path(u"no/such/folder.xml"_s));
-        program.Choose("mnuFileNewCatalog");
-        QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileNewCatalog_Click"_s));
-        QCOMPARE(program.window->windowTitle(), kLiveTitle);
-        QVERIFY(program.Tree()->isEnabled());
-    }
-
     void newCatalogIsWrittenAndOpened()
     {
         Program program;

@@ -175,18 +175,6 @@ private slots:
                               "<Item ID='6' Type='R&amp;B'/><Type>R&amp;B</Type></Catalog>");
     }
 
-    void tellsWhichEntryIsMissing()
-    {
-        Opened open("<Catalog><Type>a</Type><WebSource>b</WebSource></Catalog>");
-        const std::vector<std::pair<QString, QString>> reasons = {
-            {u"b"_s, u"No such Type: b"_s}, {u"it's"_s, u"Not an expression: /Catalog/Type[text()='it's']"_s}};
-        for (const auto &[text, reason] : reasons) {
-            const FailureRecorder failures;
-            Guarded("", "", [&, &entry = text] { open.document.RemoveEntry(CatalogList::RecordingTypes, entry); });
-            QCOMPARE(failures.reports.at(0).description, reason);
-        }
-    }
-
     void saveTellsOfListingsThatItRemoves()
     {
         Opened open("<Catalog><Item ID='' Type=''/><Item ID='1'><Notes/></Item><Item/><x/></Catalog>");

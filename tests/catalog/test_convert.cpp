@@ -306,18 +306,6 @@ private slots:
         FinishInterruptedConversions(old.Path(u"catalogs"_s));
         QCOMPARE(old.Read(name), kConverted);
     }
-
-    void sample()
-    {
-        const QString folder = QStringLiteral(DISCBOOK_SAMPLES "/two-file/");
-        const OldCatalog old(ReadWholeFile(folder + u"Shows.xml"_s), ReadWholeFile(folder + u"Shows User.xml"_s));
-        QVERIFY(old.Convert());
-        const QByteArray converted = ReadWholeFile(old.path);
-        QCOMPARE(converted.count("<Item "), 424 + 7);
-        // 20 of code DM, 14 D, 15 FLAC and 7 of code 1; 14 of code 0 and 283 that the user does not have go without.
-        QCOMPARE(converted.count(" Format=\"FLAC\""), 56);
-        QCOMPARE(converted.count(" Format="), 424 + 7 - 297);
-    }
 };
 
 int main(int argc, char *argv[])

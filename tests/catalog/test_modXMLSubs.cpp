@@ -109,15 +109,6 @@ private slots:
         CleanXML(document);
         QCOMPARE(RawXml(document), "<C/>");
     }
-
-    void failedCleanUp()
-    {
-        pugi::xml_document document;
-        Parse(document, "<C><I/></C>");
-        const FailureRecorder failures;
-        QVERIFY_THROWS_EXCEPTION(ReportedFailure, CleanXML(document, [](pugi::xml_node) { throw 7; }));
-        QCOMPARE(failures.Names(), {u"modXMLSubs.CleanXML"_s});
-    }
 };
 
 QTEST_APPLESS_MAIN(TestModXMLSubs)

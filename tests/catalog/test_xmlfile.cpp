@@ -53,7 +53,7 @@ private slots:
             Catalog (h|i?|(j,(k)*)+)><!ELEMENT h (#PCDATA | i)*><!ELEMENT i EMPTY><!ELEMENT k ANY><!ATTLIST h a CDATA
             #IMPLIED b ID #REQUIRED c IDREF '' d IDREFS '' e ENTITY '' f ENTITIES '' g NMTOKEN '' i NMTOKENS ''
             l (1m|n) '&e;' o NOTATION (p) #FIXED 'p'><!NOTATION p PUBLIC 'q'><!ENTITY % c SYSTEM 'r'><!ENTITY s
-            SYSTEM 't' NDATA p >] >)";
+            SYSTEM 't' NDATA p ><!ELEMENT l ( #PCDATA )>] >)";
         Keeps(
             type + "<!--c--><?d e\r\nf?><Catalog/><!--]]>-->",
             type + "\n<!--c-->\n<?d e\nf?>\n<Catalog />\n<!--]]>-->\n");

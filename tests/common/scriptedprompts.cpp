@@ -13,33 +13,15 @@ void Fail(const QString &message)
 
 QString KindName(ScriptedPrompts::Kind kind)
 {
-    switch (kind) {
-    case ScriptedPrompts::Kind::Message:
-        return u"message"_s;
-    case ScriptedPrompts::Kind::Input:
-        return u"input"_s;
-    case ScriptedPrompts::Kind::OpenFile:
-        return u"open dialog"_s;
-    case ScriptedPrompts::Kind::SaveFile:
-        break;
-    }
-    return u"save dialog"_s;
+    return QStringList{u"message"_s, u"input"_s, u"open dialog"_s, u"save dialog"_s}[static_cast<int>(kind)];
 }
 
 bool IsOffered(UserPrompts::Answer answer, UserPrompts::Buttons buttons)
 {
-    using Answer = UserPrompts::Answer;
-    switch (buttons) {
-    case UserPrompts::Buttons::Ok:
-        return answer == Answer::Ok;
-    case UserPrompts::Buttons::YesNo:
-    case UserPrompts::Buttons::YesNoDefaultNo:
-        return answer == Answer::Yes || answer == Answer::No;
-    case UserPrompts::Buttons::YesNoCancel:
-    case UserPrompts::Buttons::YesNoOrNeither:
-        break;
-    }
-    return answer != Answer::Ok;
+    using enum UserPrompts::Buttons;
+    if (buttons == Ok || answer == UserPrompts::Answer::Ok)
+        return buttons == Ok && answer == UserPrompts::Answer::Ok;
+    return answer != UserPrompts::Answer::Cancel || buttons == YesNoCancel || buttons == YesNoOrNeither;
 }
 
 } // namespace

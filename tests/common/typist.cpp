@@ -1,6 +1,7 @@
 #include "typist.h"
 
 #include <QAbstractItemView>
+#include <QHash>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -17,32 +18,21 @@ void Compose(QWidget &widget, const QString &text)
 
 void Press(QWidget &widget, const QString &keys)
 {
+    static const QHash<QChar, QKeyCombination> special{
+        {u'\b', Qt::Key_Backspace},
+        {u'\t', Qt::CTRL | Qt::Key_Tab},
+        {u'\r', Qt::Key_Return},
+        {u'\x1b', Qt::Key_Escape},
+        {u'←', Qt::Key_Left}};
     for (qsizetype i = 0; i < keys.size(); ++i) {
-        switch (keys[i].unicode()) {
-        case u'\b':
-            QTest::keyClick(&widget, Qt::Key_Backspace);
-            break;
-        case u'\t':
-            QTest::keyClick(&widget, Qt::Key_Tab, Qt::ControlModifier);
-            break;
-        case u'\r':
-            QTest::keyClick(&widget, Qt::Key_Return);
-            break;
-        case u'\x1b':
-            QTest::keyClick(&widget, Qt::Key_Escape);
-            break;
-        case u'←':
-            QTest::keyClick(&widget, Qt::Key_Left);
-            break;
-        case u'^':
+        if (const auto key = special.constFind(keys[i]); key != special.constEnd())
+            QTest::keyClick(&widget, key->key(), key->keyboardModifiers());
+        else if (keys[i] == u'^')
             QTest::keyClick(&widget, keys[++i].toLatin1(), Qt::ControlModifier);
-            break;
-        case u'~':
+        else if (keys[i] == u'~')
             Compose(widget, QString(keys[++i]));
-            break;
-        default:
+        else
             QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(keys[i]), Qt::NoModifier);
-        }
     }
 }
 

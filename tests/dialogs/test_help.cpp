@@ -83,6 +83,7 @@ private slots:
     {
         QVERIFY(!m_form->testAttribute(Qt::WA_QuitOnClose));
         QVERIFY(!m_page->document()->toHtml().contains(u"#123456"_s));
+        QCOMPARE(m_form->focusWidget(), m_page);
         QVERIFY(m_page->toPlainText().contains(u"All pages \u2013"_s));
         QVERIFY(!m_page->document()->resource(QTextDocument::ImageResource, QUrl(u"CD.png"_s)).isNull());
         m_form->showMinimized();
@@ -121,19 +122,6 @@ private slots:
         QVERIFY(Windows().isEmpty());
         init();
         QCOMPARE(m_form->size(), QSize(500, 400));
-    }
-
-    void unusableFiles()
-    {
-        const TestProgramFolder folder;
-        const FailureRecorder failures;
-        QCOMPARE(HelpFilePath(), folder.Path(u"test_help.chm"_s));
-        ShowHelp(kHelpContents, m_settings, m_prompts);
-        folder.Write(u"test_help.chm"_s, "no help");
-        ShowHelp(kHelpContents, m_settings, m_prompts);
-        QCOMPARE(failures.Names(), QStringList(2, u"modHelp.ShowHelp"_s));
-        QCOMPARE(failures.reports[1].number, static_cast<int>(Failure::BadFile));
-        QCOMPARE(Windows().size(), 1);
     }
 
     // A download that broke off or was damaged is refused or lacks pages, and nothing worse.

@@ -166,15 +166,6 @@ private slots:
         QVERIFY(f.form->isVisible());
     }
 
-    void failuresLeaveTheListOpen()
-    {
-        const FailureRecorder failures;
-        ListForm f;
-        f.Export(f.folder.Path(u"."_s));
-        QCOMPARE(failures.Names(), QStringList{u"frmList.cmdExport_Click"_s});
-        QVERIFY(f.form->isVisible());
-    }
-
     void placeAndSize()
     {
         ListForm f;

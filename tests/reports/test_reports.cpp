@@ -1,4 +1,3 @@
-#include "filesizelimit.h"
 #include "htmlpage.h"
 #include "htmltext.h"
 #include "listkinds.h"
@@ -153,18 +152,6 @@ private slots:
         std::string page("x");
         AppendHtmlText(page, "12345678\u00E9\x7F\u0080\U0001F3B8!");
         QCOMPARE(QByteArray::fromStdString(page), QByteArray("x12345678&#233;\x7F&#128;&#127928;!"));
-    }
-
-    // A page that cannot be finished leaves the earlier one in place.
-    void unfinishedPage()
-    {
-#ifdef Q_OS_UNIX
-        Shows s(kShows);
-        const QString path = s.folder.Write(u"page.html"_s, "good");
-        const FileSizeLimit limit(100);
-        QVERIFY_THROWS_EXCEPTION(ProgramError, WriteHtmlPage(path, {}, {}, s.Source()));
-        QCOMPARE(s.folder.Read(u"page.html"_s), QByteArray("good"));
-#endif
     }
 
     // Lossless, lossy, need lossless, do not have. One of unknown class goes with the listing before it.

@@ -178,15 +178,6 @@ private slots:
         QCOMPARE(ini.Bytes(), "[A]\r\nz=9\r\n\r\n[C]\r\n");
     }
 
-    void indexOutOfRange()
-    {
-        Ini ini("[A]\r\na=1\r\n");
-        QVERIFY_THROWS_EXCEPTION(ProgramError, ini.SectionName(1));
-        QVERIFY_THROWS_EXCEPTION(ProgramError, ini.SectionName(-1));
-        QVERIFY_THROWS_EXCEPTION(ProgramError, ini.KeyName(u"A"_s, 1));
-        QVERIFY_THROWS_EXCEPTION(ProgramError, ini.SetKeyName(u"A"_s, -1, u"x"_s));
-    }
-
     void savingSwitchedOff()
     {
         Ini ini("[A]\r\na=1\r\nb=2\r\n");

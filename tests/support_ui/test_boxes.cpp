@@ -179,17 +179,6 @@ private slots:
         QCOMPARE(TypedAhead({u"\u0080"_s}, u"\u0080"_s), u""_s);
     }
 
-    void typeAheadWithoutLimitPassesTheKeyOn()
-    {
-        QComboBox box;
-        box.setEditable(true);
-        box.setEditText(u"abc"_s);
-        for (const int key : {int(u'x'), int(VkBackspace)})
-            QCOMPARE(ComboTypeAhead(box, key, false), key);
-        QCOMPARE(ComboTypeAhead(box, VkEnter, false), 0);
-        QCOMPARE(box.currentText(), u"abc"_s);
-    }
-
     void dateBoxesAreFilledAfresh()
     {
         Boxes boxes;
