@@ -1,108 +1,10 @@
+#include "usedwindow.h"
+
 #include "application.h"
 #include "labels.h"
-#include "modXMLSubs.h"
-#include "panelfields.h"
-#include "program.h"
-#include "recordingtypes.h"
 #include "xmlwriter.h"
 
-#include <cstdlib>
-#include <new>
-#include <random>
-
 namespace {
-
-/// While it is not 0, memory for the program's own code (not for Qt's) runs out at that request. Hashes of Qt end the
-/// program when they get none, so they always do.
-int memoryEndsAt = 0;
-
-extern "C" char __executable_start, etext; // NOLINT(bugprone-reserved-identifier)
-
-void *Allocate(size_t size, const void *caller)
-{
-    constexpr size_t kHash = sizeof(QHashPrivate::Data<QHashPrivate::Node<int, int>>);
-    const bool isOwn = caller >= &__executable_start && caller < &etext && size != kHash;
-    void *memory = isOwn && memoryEndsAt > 0 && --memoryEndsAt == 0 ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
-}
-
-} // namespace
-
-void *operator new(size_t size)
-{
-    return Allocate(size, __builtin_return_address(0));
-}
-void *operator new[](size_t size)
-{
-    return Allocate(size, nullptr);
-}
-void *operator new(size_t size, const std::nothrow_t &) noexcept
-{
-    return std::malloc(size == 0 ? 1 : size);
-}
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete[](void *memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void *memory, size_t) noexcept
-{
-    std::free(memory);
-}
-void operator delete[](void *memory, size_t) noexcept
-{
-    std::free(memory);
-}
-
-namespace {
-
-/// Somebody who answers and types anything, with a seed.
-class Anybody : public UserPrompts
-{
-public:
-    explicit Anybody(unsigned seed) : m_random(seed) {}
-
-    int Any(size_t count) { return static_cast<int>(m_random() % count); }
-    template<class List>
-    auto AnyOf(const List &list)
-    {
-        return *std::next(std::begin(list), Any(static_cast<size_t>(std::size(list))));
-    }
-
-    Answer Message(const QString &, const QString &, Icon, Buttons buttons) override
-    {
-        const QScopedValueRollback enough(memoryEndsAt, 0);
-        if (buttons == Buttons::Ok)
-            return Answer::Ok;
-        return AnyOf(std::array{Answer::Yes, Answer::No, buttons == Buttons::YesNo ? Answer::No : Answer::Cancel});
-    }
-    QString Input(const QString &, const QString &, const QString &) override
-    {
-        const QScopedValueRollback enough(memoryEndsAt, 0);
-        return AnyOf(std::array{u""_s, u"Radio"_s, u"R&B"_s, u"http://a.b"_s});
-    }
-    QString OpenFile(const FileRequest &) override
-    {
-        const QScopedValueRollback enough(memoryEndsAt, 0);
-        return AnyOf(std::array{u""_s, Path(u"Live"_s), Path(u"Odd"_s)});
-    }
-    QString SaveFile(const FileRequest &request) override
-    {
-        const QScopedValueRollback enough(memoryEndsAt, 0);
-        return AnyOf(std::array{u""_s, Path(request.title == "New Catalog"_L1 ? u"New"_s : u"Report"_s)});
-    }
-    void OpenWithDefaultProgram(const QString &) override {}
-
-private:
-    static QString Path(const QString &name) { return InFolder(ProgramFolder(), name + u".xml"_s); }
-
-    std::mt19937 m_random;
-};
 
 constexpr QStringView kKeys =
     u"Up Down Left Right PgDown Home Tab Backtab Return Space Esc Del Backspace F2 F5 1 9 , Shift+B "
@@ -121,26 +23,22 @@ QString RowsOf(const BrowseTree &tree)
 }
 
 /// The real window in the hands of somebody.
-class Use
+class Use : public UsedWindow
 {
 public:
     /// In unlucky hands, memory runs out once in every step.
     Use(unsigned seed, bool isUnlucky) : m_anybody(seed), m_isUnlucky(isUnlucky)
     {
-        m_folder.Write(u"formats.ini"_s, "[Formats]\r\nCD=Lossless\r\nMP3=Lossy\r\n");
-        m_folder.Write(u"Odd.xml"_s, "<Catalog><Item/><Item ID='x' Type='Tape &amp; Co' Year='-3'/></Catalog>");
+        folder.Write(u"formats.ini"_s, "[Formats]\r\nCD=Lossless\r\nMP3=Lossy\r\n");
+        folder.Write(u"Odd.xml"_s, "<Catalog><Item/><Item ID='x' Type='Tape &amp; Co' Year='-3'/></Catalog>");
         QByteArray catalog = "<Catalog><Type>Radio</Type><Item ID='3' Type='Album' Venue='twice'/>";
         for (int i = 1; i <= 30; ++i)
             catalog += "<Item ID='" + QByteArray::number(i) + "' Type='" + m_anybody.AnyOf(kTypes) + "' Year='" +
                        m_anybody.AnyOf(kYears) + "' Venue='v" + QByteArray::number(i) + "' Format='" +
                        m_anybody.AnyOf(kFormats) + "'><SetList>a,b</SetList></Item>";
-        m_folder.Write(u"Live.xml"_s, catalog + "</Catalog>");
-        m_workspace = std::make_unique<Workspace>(m_anybody);
-        m_window = std::make_unique<frmMain>(
-            *m_workspace, m_anybody, frmMain::StartUp{.arguments = {u"Live.xml"_s}, .sizeLimits = false});
-        m_window->Form_Load();
-        m_window->show();
-        m_window->activateWindow();
+        folder.Write(u"Live.xml"_s, catalog + "</Catalog>");
+        Make(m_anybody);
+        Load();
         QObject::connect(&m_dialogs, &QTimer::timeout, [this] { UseDialog(); });
         m_dialogs.start(0);
     }
@@ -162,16 +60,9 @@ private:
     Widget *AnyVisible(QWidget &parent);
     pugi::xml_node AnyListingNotShown();
     void Edit(pugi::xml_node listing);
-    bool IsShown(pugi::xml_node listing) const;
-    QString FaultOfLoad() const;
-    QString FaultOfPanel(pugi::xml_node listing) const;
 
-    TestProgramFolder m_folder;
-    FailureRecorder m_failures;
     Anybody m_anybody;
     bool m_isUnlucky;
-    std::unique_ptr<Workspace> m_workspace;
-    std::unique_ptr<frmMain> m_window;
     QTimer m_dialogs; ///< uses what stands before the window
     int m_patience = 0;
 };
@@ -209,6 +100,7 @@ void Use::UseDialog()
 
 QString Use::Step()
 {
+    failures.reports.clear();
     const auto [name, action] = Next();
     memoryEndsAt = m_isUnlucky ? 1 + m_anybody.Any(300) : 0;
     try {
@@ -220,21 +112,20 @@ QString Use::Step()
     memoryEndsAt = 0;
     if (m_isUnlucky) {
         // What was to be shown when memory ran out is shown when it is asked for again.
-        auto *tree = m_window->findChild<QTreeView *>(u"trv"_s);
-        const QModelIndex node = tree->currentIndex();
-        tree->setCurrentIndex({});
-        tree->setCurrentIndex(node);
+        const QModelIndex node = Tree()->currentIndex();
+        Tree()->setCurrentIndex({});
+        Tree()->setCurrentIndex(node);
     }
     return name;
 }
 
 std::pair<QString, std::function<void()>> Use::Next()
 {
-    auto *tree = m_window->findChild<QTreeView *>(u"trv"_s);
-    QWidget *const focus = m_window->focusWidget() ? m_window->focusWidget() : m_window.get();
+    QTreeView *tree = Tree();
+    QWidget *const focus = window->focusWidget() ? window->focusWidget() : window.get();
     switch (m_anybody.Any(10)) {
     case 0: {
-        QList<QAction *> items = m_window->menuBar()->findChildren<QAction *>();
+        QList<QAction *> items = window->menuBar()->findChildren<QAction *>();
         items.removeIf([](const QAction *item) {
             return item->menu() || !item->isEnabled() || !item->isVisible() || item->objectName() == "mnuFileExit"_L1;
         });
@@ -255,7 +146,7 @@ std::pair<QString, std::function<void()>> Use::Next()
     }
     case 4:
     case 5:
-        if (QWidget *field = AnyVisible<QWidget>(*m_window)) {
+        if (QWidget *field = AnyVisible<QWidget>(*window)) {
             field->setFocus();
             const QString text = m_anybody.AnyOf(std::array{u"b"_s, u"1994"_s, u"a, (b), c"_s});
             return {u"type into "_s + field->objectName(), [=] { QTest::keyClicks(field, text); }};
@@ -274,17 +165,16 @@ std::pair<QString, std::function<void()>> Use::Next()
 /// One that is not in the panel, which shows its own edits alone.
 pugi::xml_node Use::AnyListingNotShown()
 {
-    const auto listings = m_workspace->document.Catalog().children("Item");
+    const auto listings = workspace->document.Catalog().children("Item");
     const auto count = std::distance(listings.begin(), listings.end());
     const auto listing = count > 0 ? *std::next(listings.begin(), m_anybody.Any(size_t(count))) : pugi::xml_node();
-    const auto *current =
-        m_workspace->tree.Model().ListingAt(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
+    const auto *current = workspace->tree.Model().ListingAt(Tree()->currentIndex());
     return current && current->element == listing ? pugi::xml_node() : listing;
 }
 
 void Use::Edit(pugi::xml_node listing)
 {
-    CatalogDocument &document = m_workspace->document;
+    CatalogDocument &document = workspace->document;
     switch (m_anybody.Any(8)) {
     case 0:
         return document.RemoveListing(listing);
@@ -304,112 +194,38 @@ void Use::Edit(pugi::xml_node listing)
     }
 }
 
-bool Use::IsShown(pugi::xml_node listing) const
+QString Use::Fault() const
 {
-    const QString type = ReadAttribute(listing, "Type");
-    const QString format = ReadAttribute(listing, "Format");
-    const std::array shown{true, format == "CD"_L1, format == "MP3"_L1, format != "CD"_L1, format.isEmpty()};
-    const ShownTypes &types = m_workspace->types;
-    return types.IsShown(types.Find(type.isEmpty() ? u"Concert"_s : type)) &&
-           shown[size_t(m_workspace->options.filter)] &&
-           (m_workspace->options.showWrongDate || ReadAttribute(listing, "WrongDate") != "1"_L1);
-}
-
-/// What is wrong with a tree just loaded: each listing that is to be shown is there, once for each ID, and in its
-/// group.
-QString Use::FaultOfLoad() const
-{
-    QSet<QString> ids;
-    for (const pugi::xml_node listing : m_workspace->document.Catalog().children("Item")) {
-        const QString id = ReadAttribute(listing, "ID");
-        const QString type = ReadAttribute(listing, "Type");
-        if (!IsShown(listing) || ids.contains(id))
-            continue;
-        ids.insert(id);
-        const auto *node = m_workspace->tree.FindNode(listing);
-        const QString group = type.isEmpty() || type == "Concert"_L1 ? u'y' + NumberText(ReadNumber(listing, "Year"))
-                              : type == "Outtakes"_L1 || FindBuiltInType(type.toStdString()) < 0 ? type
-                                                                                                 : type + u's';
-        if (!node || node->group->key != group)
-            return u"%1 is not in %2"_s.arg(id, group);
+    for (const FailureReport &report : failures.reports) {
+        // A search for blanks is no expression.
+        if (!m_isUnlucky && report.number != static_cast<int>(Failure::BadQuery))
+            return report.procName + u": "_s + report.description;
     }
-    return ids.size() == m_workspace->tree.ShownCount() ? QString() : u"others are shown"_s;
-}
-
-QString Use::FaultOfPanel(pugi::xml_node listing) const
-{
-    for (const PanelField &field : kPanelFields) {
-        const QWidget *control = m_window->findChild<QWidget *>(QLatin1StringView(field.control));
-        const QString value = ReadAttribute(listing, field.name);
-        const auto *line = qobject_cast<const QLineEdit *>(control);
-        const bool isRight = !line || line->text() == value;
-        if (!isRight ||
-            (field.kind == PanelField::Kind::Format &&
-             m_workspace->formats.FindFormat(value) + 1 != qobject_cast<const QComboBox *>(control)->currentIndex()))
-            return u"panel's "_s + QLatin1StringView(field.control);
-    }
-    return {};
+    return UsedWindow::Fault();
 }
 
 /// What each filter shows is right, and a refresh shows what a program started anew shows of the same document.
 QString Use::FaultOfRefresh()
 {
-    if (!m_window->findChild<QAction *>(u"mnuEditRefresh"_s)->isEnabled())
+    if (!Item(u"mnuEditRefresh"_s)->isEnabled())
         return {};
-    for (const char *item :
-         {"mnuViewFilter1", "mnuViewFilter2", "mnuViewFilter3", "mnuViewFilter4", "mnuViewFilter0", "mnuEditRefresh"}) {
-        m_window->findChild<QAction *>(QLatin1StringView(item))->trigger();
+    for (const QString &item : u"Filter1 Filter2 Filter3 Filter4 Filter0"_s.split(u' ')) {
+        Item(u"mnuView"_s + item)->trigger();
         if (const QString fault = FaultOfLoad(); !fault.isEmpty())
-            return QLatin1StringView(item) + fault;
+            return item + u": "_s + fault;
     }
-    const QString refreshed = RowsOf(m_workspace->tree);
+    const QString refreshed = RowsOf(workspace->tree);
     Workspace fresh(m_anybody);
     fresh.settings.LoadINI(InFolder(ProgramFolder(), ExecutableName() + u".ini"_s));
     fresh.formats.LoadFormats();
-    SaveXml(m_workspace->document.Document(), {}, m_folder.Path(u"Fresh.tmp"_s));
-    fresh.document.Load(m_folder.Path(u"Fresh.tmp"_s));
-    fresh.document.SetPath(m_workspace->document.Path());
-    fresh.options = m_workspace->options;
+    SaveXml(workspace->document.Document(), {}, folder.Path(u"Fresh.tmp"_s));
+    fresh.document.Load(folder.Path(u"Fresh.tmp"_s));
+    fresh.document.SetPath(workspace->document.Path());
+    fresh.options = workspace->options;
     fresh.tree.LoadTypeMenu();
     fresh.tree.LoadShows();
     const QString loaded = RowsOf(fresh.tree);
-    return loaded == refreshed || m_isUnlucky ? Fault() : u"refreshed:\n"_s + refreshed + u"loaded:\n"_s + loaded;
-}
-
-QString Use::Fault() const
-{
-    for (const FailureReport &report : m_failures.reports) {
-        // A search for blanks is no expression.
-        if (!m_isUnlucky && report.number != static_cast<int>(Failure::BadQuery))
-            return report.procName + u": "_s + report.description;
-    }
-    if (QApplication::overrideCursor())
-        return u"the busy pointer stays"_s;
-    const BrowseTreeModel &model = m_workspace->tree.Model();
-    qsizetype count = 0;
-    for (const auto &group : model.Groups()) {
-        std::string earlier;
-        for (const auto &node : group->InOrder()) {
-            ++count;
-            const QString picture = m_workspace->formats.GetShowImageKey(
-                ReadAttribute(node->element, "Format"), IsWrongDate(node->element));
-            if (node->element.parent() != m_workspace->document.Catalog() || node->picture != picture)
-                return u"a node with "_s + node->picture;
-            std::string key = SortKey(ListingLabelUtf8(node->element));
-            if (key < earlier)
-                return u"order at "_s + ListingLabel(node->element);
-            earlier = std::move(key);
-        }
-    }
-    const QString shown = u"(Showing %1 Items)"_s.arg(count);
-    if (count != model.NumberOfListings() || m_window->windowTitle().contains(u"(Showing"_s) != (count > 0) ||
-        (count > 0 && !m_window->windowTitle().endsWith(shown)))
-        return u"caption "_s + m_window->windowTitle();
-    const auto *listing = model.ListingAt(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
-    if (m_window->findChild<QWidget *>(u"cboType"_s)->isVisible() != bool(listing))
-        return u"panel, when the current node is "_s +
-               model.NodeKey(m_window->findChild<QTreeView *>(u"trv"_s)->currentIndex());
-    return listing ? FaultOfPanel(listing->element) : QString();
+    return loaded == refreshed || m_isUnlucky ? QString() : u"refreshed:\n"_s + refreshed + u"loaded:\n"_s + loaded;
 }
 
 } // namespace
