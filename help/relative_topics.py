@@ -7,6 +7,8 @@ finds a page. This makes them names of pages inside the help file.
 A topic map is a list of numbers and places in a table of strings, and a name is the tail of its path, so only the places change. The
 map lies in the compressed section, which cannot be patched; its new copy takes the end of the compiler's read-me, a file without
 compression that no viewer shows, and the directory leads there.
+
+The two times that the compiler writes are taken out, so that the same pages give the same file.
 """
 
 import struct
@@ -18,6 +20,8 @@ from pathlib import Path
 README = "/_#_README_#_"
 TOPICS = "/#IVB"
 STRINGS = "/#STRINGS"
+SYSTEM = "/#SYSTEM"
+TIME = 0x10  # in the header
 CONTENT_START = 0x58  # where the header says where uncompressed files start
 
 
@@ -45,6 +49,13 @@ def replace_once(data, old, new):
     data[start : start + len(old)] = new
 
 
+def without_time(system):
+    """The system entries, of which the first is the time."""
+    if system[4:8] != b"\x0a\x00\x04\x00":
+        sys.exit("relative_topics.py: the time is not where it should be")
+    return system[:8] + bytes(4) + system[12:]
+
+
 def relative(topics, strings, folder):
     """The topic map with every place moved behind the folder's path."""
     prefix = folder.rstrip("/").encode() + b"/"
@@ -62,7 +73,11 @@ def main():
     readme = extract(chmls, help_file, README)
     new_topics = relative(topics, extract(chmls, help_file, STRINGS), folder)
 
+    system = extract(chmls, help_file, SYSTEM)
+
     data = bytearray(Path(help_file).read_bytes())
+    data[TIME : TIME + 4] = bytes(4)
+    replace_once(data, system, without_time(system))
     kept = len(readme) - len(topics)
     replace_once(data, entry(README, 0, 0, len(readme), 2), entry(README, 0, 0, kept, 2))
     replace_once(data, entry(TOPICS, 1, 0, len(topics), 1), entry(TOPICS, 0, kept, len(topics), 1))
