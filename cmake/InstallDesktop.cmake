@@ -1,12 +1,12 @@
 # What a desktop knows a program by: its entry, its icon, the type of its files, what is told of it, its manual page.
-configure_file(packaging/discbook.metainfo.xml.in discbook.metainfo.xml @ONLY)
+configure_file(packaging/org.example.discbook.metainfo.xml.in org.example.discbook.metainfo.xml @ONLY)
 configure_file(packaging/discbook.1.in discbook.1 @ONLY)
 install(FILES packaging/discbook.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   # In any other folder than that of the system's own types Qt overlooks the low weight, and every XML file would be a catalog.
   install(FILES packaging/discbook.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages")
 endif()
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/discbook.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/org.example.discbook.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
 install(FILES art/discbook.svg DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 foreach(size 16 24 32 48 64 128 256)
   install(FILES src/app/icons/discbook-${size}.png
