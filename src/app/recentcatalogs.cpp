@@ -13,7 +13,7 @@ constexpr auto kSection = "MRU"_L1;
 void RecentCatalogs::Load()
 {
     m_paths.clear();
-    for (int i = 0; i < m_settings.NumberOfKeys(kSection); ++i) {
+    for (int i = 0; i < m_settings.NumberOfKeys(kSection) && m_paths.size() < kMaximum; ++i) {
         const QString path = m_settings.ReadString(kSection, m_settings.KeyName(kSection, i));
         if (!path.isEmpty())
             m_paths.append(path);

@@ -19,7 +19,7 @@ public:
 
     const QStringList &Paths() const { return m_paths; }
 
-    /// Reads the list from the settings.
+    /// Reads the list from the settings, as much of it as is kept.
     void Load();
     /// Puts a path at the top and writes the list.
     void AddToMRU(const QString &path);

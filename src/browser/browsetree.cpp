@@ -25,16 +25,11 @@ constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
 
 /// How many listings of a group have each picture.
-std::vector<std::pair<QString, int>> CountPictures(const BrowseTreeModel::Group &group)
+QHash<QString, int> CountPictures(const BrowseTreeModel::Group &group)
 {
-    std::vector<std::pair<QString, int>> counts;
-    for (const auto &listing : group.InAnyOrder()) {
-        // There are few pictures, so this is quicker than a hash.
-        auto count = std::ranges::find(counts, listing->picture, &std::pair<QString, int>::first);
-        if (count == counts.end())
-            count = counts.insert(count, {listing->picture, 0});
-        ++count->second;
-    }
+    QHash<QString, int> counts;
+    for (const auto &listing : group.InAnyOrder())
+        ++counts[listing->picture];
     return counts;
 }
 
@@ -184,14 +179,15 @@ void BrowseTree::AddYearCount(Group &group)
         int lossless = 0;
         int lossy = 0;
         int all = 0;
-        for (const auto &[picture, count] : CountPictures(group)) {
-            if (picture == kWrongDatePicture)
+        const QHash<QString, int> counts = CountPictures(group);
+        for (auto count = counts.begin(); count != counts.end(); ++count) {
+            if (count.key() == kWrongDatePicture)
                 continue;
-            all += count;
-            if (picture == kUncheckedPicture)
+            all += *count;
+            if (count.key() == kUncheckedPicture)
                 continue;
-            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(picture));
-            (kind == FormatKind::Lossless ? lossless : lossy) += count;
+            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(count.key()));
+            (kind == FormatKind::Lossless ? lossless : lossy) += *count;
         }
         const QString name = group.text.section(kTotalsGap, 0, 0);
         m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));

@@ -2,7 +2,6 @@
 
 #include "fields.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -26,7 +25,7 @@ void CatalogIndex::Build(pugi::xml_node catalog)
         if (std::strcmp(element.name(), Element::kItem) == 0)
             Append(element);
         else
-            m_entries.push_back(element);
+            m_entries.Append(element);
     }
 }
 
@@ -34,7 +33,7 @@ void CatalogIndex::Append(pugi::xml_node listing)
 {
     const char *const id = Id(listing);
     if (const pugi::xml_node first = Find(id))
-        m_others[{Id(first)}].push_back(listing);
+        m_others[{Id(first)}].Append(listing);
     else
         m_first.Insert(id, listing);
     ++m_size;
@@ -46,7 +45,7 @@ void CatalogIndex::Remove(pugi::xml_node listing)
     if (Find(id) == listing)
         RemoveFirst(id);
     else if (const auto others = m_others.find({id}); others != m_others.end())
-        std::erase(*others, listing);
+        others->Remove(listing);
     --m_size;
 }
 
@@ -54,11 +53,11 @@ void CatalogIndex::Remove(pugi::xml_node listing)
 void CatalogIndex::RemoveFirst(const char *id)
 {
     m_first.Remove(id);
-    std::vector<pugi::xml_node> others = m_others.take({id});
-    if (others.empty())
+    ElementList others = m_others.take({id});
+    const pugi::xml_node next = others.At(0);
+    if (!next)
         return;
-    const pugi::xml_node next = others.front();
-    others.erase(others.begin());
+    others.Remove(next);
     m_first.Insert(Id(next), next);
     m_others[{Id(next)}] = std::move(others);
 }
@@ -73,7 +72,7 @@ quint32 CatalogIndex::PlaceOf(pugi::xml_node listing) const
     const auto others = m_others.isEmpty() ? m_others.end() : m_others.find({Id(listing)});
     if (others == m_others.end() || Find(Id(listing)) == listing)
         return 0;
-    return static_cast<quint32>(std::ranges::find(*others, listing) - others->begin() + 1);
+    return static_cast<quint32>(others->PlaceOf(listing) + 1);
 }
 
 pugi::xml_node CatalogIndex::At(const char *id, quint32 place) const
@@ -81,5 +80,5 @@ pugi::xml_node CatalogIndex::At(const char *id, quint32 place) const
     if (place == 0)
         return Find(id);
     const auto others = m_others.find({id});
-    return others != m_others.end() && place <= others->size() ? others->at(place - 1) : pugi::xml_node();
+    return others != m_others.end() ? others->At(place - 1) : pugi::xml_node();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "elementlist.h"
 #include "idmap.h"
 
 #include <pugixml.hpp>
@@ -33,19 +34,19 @@ public:
     double HighestId() const { return m_first.Highest(); }
     qsizetype size() const { return m_size; }
 
-    /// The elements that are no listings, in document order.
-    const std::vector<pugi::xml_node> &Entries() const { return m_entries; }
+    /// The elements that are no listings, in document order, with a null one for each that was removed.
+    const std::vector<pugi::xml_node> &Entries() const { return m_entries.WithGaps(); }
     /// Takes in an entry that stands behind all others.
-    void AppendEntry(pugi::xml_node entry) { m_entries.push_back(entry); }
-    void RemoveEntry(pugi::xml_node entry) { std::erase(m_entries, entry); }
+    void AppendEntry(pugi::xml_node entry) { m_entries.Append(entry); }
+    void RemoveEntry(pugi::xml_node entry) { m_entries.Remove(entry); }
 
 private:
     void RemoveFirst(const char *id);
 
     /// The first listing of each ID.
     IdMap<pugi::xml_node> m_first;
-    /// Later listings of an ID that several have, in document order. Empty in a sound catalog.
-    QHash<TextKey, std::vector<pugi::xml_node>> m_others;
-    std::vector<pugi::xml_node> m_entries;
+    /// Later listings of an ID that several have. Empty in a sound catalog.
+    QHash<TextKey, ElementList> m_others;
+    ElementList m_entries;
     qsizetype m_size = 0;
 };

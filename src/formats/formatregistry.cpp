@@ -60,7 +60,8 @@ void FormatRegistry::LoadNamedFormats()
     // An answer given on the way replaces a key's value in place, so the keys stay where they are.
     for (int i = 0; i < m_file.NumberOfKeys(kSection); ++i) {
         const QString name = m_file.KeyName(kSection, i);
-        if (FindFormat(name) < 0)
+        // No listing can name a format with a NUL, and to the registry it would be the one that ends there.
+        if (!name.contains(QChar::Null) && FindFormat(name) < 0)
             AddFormat(name, m_file.ReadString(kSection, name), false);
     }
 }

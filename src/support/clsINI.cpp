@@ -16,10 +16,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 template<class List>
-int FindName(const List &list, const QString &name)
+QHash<QString, int> FirstPlaces(const List &list)
 {
-    const auto found = std::find_if(list.begin(), list.end(), [&](const auto &entry) { return entry.name == name; });
-    return found == list.end() ? -1 : static_cast<int>(found - list.begin());
+    QHash<QString, int> places;
+    places.reserve(static_cast<qsizetype>(list.size()));
+    for (int i = static_cast<int>(list.size()) - 1; i >= 0; --i)
+        places.insert(list[static_cast<size_t>(i)].name, i);
+    return places;
+}
+
+template<class List>
+int FindName(const List &list, QHash<QString, int> &places, const QString &name)
+{
+    if (places.isEmpty())
+        places = FirstPlaces(list);
+    return places.value(name, -1);
 }
 
 template<class List>
@@ -73,8 +84,10 @@ QString clsINI::KeyName(const QString &SectionName, int KeyNum) const
 void clsINI::SetKeyName(const QString &SectionName, int KeyNum, const QString &NewName)
 {
     const int section = FindSection(SectionName);
-    if (section >= 0)
-        At(At(m_sections, section).keys, KeyNum).name = NewName;
+    if (section < 0)
+        return;
+    At(At(m_sections, section).keys, KeyNum).name = NewName;
+    At(m_sections, section).places.clear();
 }
 
 void clsINI::SaveFile()
@@ -121,6 +134,7 @@ QString clsINI::FileText() const
 void clsINI::LoadINI(const QString &FileName)
 {
     m_sections.clear();
+    m_places.clear();
     m_fileName = FileName;
     m_seen = Seen::All;
     if (FileName.isEmpty() || IsMissing(FileName))
@@ -180,8 +194,10 @@ QString clsINI::TakeLine(const QString &line)
 void clsINI::DeleteSection(const QString &SectionName)
 {
     const int section = FindSection(SectionName);
-    if (section >= 0)
+    if (section >= 0) {
         m_sections.erase(m_sections.begin() + section);
+        m_places.clear();
+    }
     SaveFile();
 }
 
@@ -190,8 +206,9 @@ void clsINI::DeleteKey(const QString &SectionName, const QString &KeyName)
     const int section = FindSection(SectionName);
     const int key = FindKey(section, KeyName);
     if (key >= 0) {
-        std::vector<Key> &keys = At(m_sections, section).keys;
+        auto &[name, keys, places] = At(m_sections, section);
         keys.erase(keys.begin() + key);
+        places.clear();
     }
     SaveFile();
 }
@@ -234,23 +251,25 @@ void clsINI::WriteFlag(const QString &SectionName, const QString &KeyName, bool 
 
 int clsINI::FindSection(const QString &name) const
 {
-    return FindName(m_sections, name);
+    return FindName(m_sections, m_places, name);
 }
 
 int clsINI::FindKey(int section, const QString &name) const
 {
-    return section < 0 ? -1 : FindName(At(m_sections, section).keys, name);
+    return section < 0 ? -1 : FindName(At(m_sections, section).keys, At(m_sections, section).places, name);
 }
 
 int clsINI::AddSection(const QString &name)
 {
-    m_sections.push_back({name, {}});
+    m_sections.push_back({name, {}, {}});
+    m_places.clear();
     return NumberOfSections() - 1;
 }
 
 int clsINI::AddKey(int section, const QString &name, const QString &value)
 {
-    std::vector<Key> &keys = At(m_sections, section).keys;
+    auto &[sectionName, keys, places] = At(m_sections, section);
+    places.clear();
     const auto behind =
         std::find_if(keys.begin(), keys.end(), [&](const Key &key) { return ComesBefore(name, key.name); });
     return static_cast<int>(keys.insert(behind, {name, value}) - keys.begin());

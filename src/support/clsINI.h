@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 #include <vector>
@@ -57,6 +58,9 @@ public:
     void WriteFlag(const QString &SectionName, const QString &KeyName, bool Value);
 
 private:
+    /// The first place of each name in a list; empty when they have to be gathered anew.
+    using Places = QHash<QString, int>;
+
     struct Key
     {
         QString name;
@@ -66,6 +70,7 @@ private:
     {
         QString name;
         std::vector<Key> keys;
+        mutable Places places;
     };
 
     /// How much of the file the model holds.
@@ -86,6 +91,7 @@ private:
     bool m_allowSaveFile = true;
     Seen m_seen = Seen::All;
     std::vector<Section> m_sections;
+    mutable Places m_places;
 };
 
 /// Writes what changes during its life with one save, at its end.

@@ -42,7 +42,7 @@ private slots:
 
     void bitmapsComeBeforeNamedFormatsAndNewOnes()
     {
-        m_folder->Write(u"formats.ini"_s, "[Formats]\r\nMP3=Lossy\r\nFLAC=Lossless\r\nshn=lossless\r\n");
+        m_folder->Write(u"formats.ini"_s, "[Formats]\r\nMP3=Lossy\r\nF\0=x\r\nFLAC=Lossless\r\nshn=lossless\r\n"_ba);
         WriteBitmap(u"MP3.bmp"_s, 0xc80a0a);
         WriteBitmap(u"dat.BMP"_s, 0x0ac80a);
         m_prompts.ExpectMessage(u"Unknown format"_s, Answer::No);
