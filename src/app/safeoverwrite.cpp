@@ -22,6 +22,7 @@ SafeOverwrite::SafeOverwrite(const CatalogDocument &document, UserPrompts &promp
 /// and told.
 bool SafeOverwrite::BeforeSave()
 {
+    m_noBackup.clear();
     quint64 known = m_document.ContentDigest();
     while (!IsOnDisk(known) || !IsKept(known)) {
         if (!MayOverwrite())

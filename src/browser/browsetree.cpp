@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <map>
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +26,9 @@ constexpr std::array kNotInTheTree{
     Field::kStored, Field::kDateAdded, Element::kSetList, Element::kNotes, Element::kComment};
 
 /// How many listings of a group have each picture.
-QHash<QString, int> CountPictures(const BrowseTreeModel::Group &group)
+std::map<QString, int> CountPictures(const BrowseTreeModel::Group &group)
 {
-    QHash<QString, int> counts;
+    std::map<QString, int> counts;
     for (const auto &listing : group.InAnyOrder())
         ++counts[listing->picture];
     return counts;
@@ -179,15 +180,14 @@ void BrowseTree::AddYearCount(Group &group)
         int lossless = 0;
         int lossy = 0;
         int all = 0;
-        const QHash<QString, int> counts = CountPictures(group);
-        for (auto count = counts.begin(); count != counts.end(); ++count) {
-            if (count.key() == kWrongDatePicture)
+        for (const auto &[picture, count] : CountPictures(group)) {
+            if (picture == kWrongDatePicture)
                 continue;
-            all += *count;
-            if (count.key() == kUncheckedPicture)
+            all += count;
+            if (picture == kUncheckedPicture)
                 continue;
-            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(count.key()));
-            (kind == FormatKind::Lossless ? lossless : lossy) += *count;
+            const FormatKind kind = m_formats.FormatClass(FormatNameFromKey(picture));
+            (kind == FormatKind::Lossless ? lossless : lossy) += count;
         }
         const QString name = group.text.section(kTotalsGap, 0, 0);
         m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));

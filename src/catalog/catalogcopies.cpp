@@ -2,6 +2,7 @@
 
 #include "besidefile.h"
 #include "contentdigest.h"
+#include "failures.h"
 #include "filecopy.h"
 #include "flatfile.h"
 #include "paths.h"
@@ -27,10 +28,10 @@ class CopyNames
 public:
     explicit CopyNames(const QString &catalogPath);
 
-    /// The name up to what tells the content.
-    QString Start(const QDateTime &time) const { return m_start + time.toString(kTime) + m_mark; }
     QString Name(const QDateTime &time, quint64 contentDigest) const;
-    bool IsOne(const QString &name) const;
+    QDateTime Time(const QString &name) const;
+    /// Those in a folder, in their order.
+    QStringList In(const QString &folder) const;
 
 private:
     QString m_start;
@@ -46,13 +47,25 @@ CopyNames::CopyNames(const QString &catalogPath)
 
 QString CopyNames::Name(const QDateTime &time, quint64 contentDigest) const
 {
-    return Start(time) + DigestDigits(contentDigest) + u".xml"_s;
+    return m_start + time.toString(kTime) + m_mark + DigestDigits(contentDigest) + u".xml"_s;
 }
 
-bool CopyNames::IsOne(const QString &name) const
+QDateTime CopyNames::Time(const QString &name) const
 {
-    const bool isAsLong = name.size() == Name(QDateTime::currentDateTime(), 0).size();
-    return isAsLong && name.startsWith(m_start) && name.sliced(m_start.size() + kTime.size()).startsWith(m_mark);
+    return QDateTime::fromString(name.sliced(m_start.size(), kTime.size()), kTime);
+}
+
+QStringList CopyNames::In(const QString &folder) const
+{
+    const qsizetype length = Name(QDateTime::currentDateTime(), 0).size();
+    QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
+    names.removeIf([&](const QString &name) {
+        const bool isOne = name.size() == length && name.startsWith(m_start) &&
+                           name.sliced(m_start.size() + kTime.size()).startsWith(m_mark) && Time(name).isValid();
+        return !isOne;
+    });
+    names.sort();
+    return names;
 }
 
 CatalogCopy Copy(const QString &catalogPath, const QString &folder, std::optional<quint64> digest = {})
@@ -65,42 +78,37 @@ CatalogCopy Copy(const QString &catalogPath, const QString &folder, std::optiona
     return copy;
 }
 
-// Who opens a backup and goes on in it does not lose that.
+// Who opens a backup and goes on in it does not lose that, nor what cannot be read now.
 bool IsAsMade(const QString &backup)
-{
+try {
     return FileTitle(backup).endsWith(DigestDigits(FileDigest(backup).value_or(0)));
+} catch (const ProgramError &) {
+    return false;
 }
 
-// Whatever the clock says, the newest stays.
-void RemoveOldBackups(const QString &catalogPath, const QString &newest)
+void RemoveOldBackups(const QString &catalogPath)
 {
-    const CopyNames names(catalogPath);
     const QString folder = InFolder(ProgramFolder(), kBackups);
-    QStringList copies = FilesInFolder(folder, u"*.xml"_s);
-    copies.removeIf([&names](const QString &name) { return !names.IsOne(name); });
+    const QStringList copies = CopyNames(catalogPath).In(folder);
     for (qsizetype i = 0; i < copies.size() - kKept; ++i) {
         const QString path = InFolder(folder, copies[i]);
-        if (path != newest && IsAsMade(path))
+        if (IsAsMade(path))
             QFile::remove(path);
     }
 }
 
 } // namespace
 
-// Where something of that second is there, one of a later takes care of the order.
+// Later than all others, also when the clock was set back.
 QString NewCopyPath(const QString &folder, const QString &catalogPath, quint64 contentDigest)
 {
     const QString fullFolder = InFolder(ProgramFolder(), folder);
     MakeFolder(fullFolder);
     const CopyNames names(catalogPath);
-    const QStringList files = QDir(fullFolder).entryList(QDir::Files);
-    const auto isTaken = [&](const QDateTime &time) {
-        const QString start = names.Start(time);
-        return std::ranges::any_of(files, [&start](const QString &name) { return name.startsWith(start); });
-    };
+    const QStringList copies = names.In(fullFolder);
     QDateTime time = QDateTime::currentDateTime();
-    while (isTaken(time))
-        time = time.addSecs(1);
+    if (!copies.isEmpty())
+        time = std::max(time, names.Time(copies.last()).addSecs(1));
     return InFolder(fullFolder, names.Name(time, contentDigest));
 }
 
@@ -118,6 +126,6 @@ bool BackUpCatalog(const QString &catalogPath, std::optional<quint64> digest)
         QFile::remove(copy.path);
         return false;
     }
-    RemoveOldBackups(catalogPath, copy.path);
+    RemoveOldBackups(catalogPath);
     return true;
 }

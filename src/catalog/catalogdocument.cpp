@@ -73,8 +73,8 @@ CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
 
 void CatalogDocument::Restore(const CatalogEdits &edits)
 {
+    SetModified(true); // also by a part of them, when memory runs out
     RestoreEdits(Catalog(), m_index, edits);
-    SetModified(true);
 }
 
 CatalogEdit CatalogDocument::EditOf(pugi::xml_node listing) const

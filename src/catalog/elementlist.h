@@ -11,9 +11,10 @@ class ElementList
 {
 public:
     void Append(pugi::xml_node element);
+    /// Nothing when it is not there.
     void Remove(pugi::xml_node element);
 
-    /// Which of them an element is, from 0 on.
+    /// Which of them an element is, from 0 on; their number when it is not there.
     size_t PlaceOf(pugi::xml_node element) const;
     /// The element at a place; null when there are not so many.
     pugi::xml_node At(size_t place) const;
@@ -23,7 +24,7 @@ public:
 
 private:
     template<class Predicate>
-    void Seek(Predicate &&isWanted) const;
+    bool Seek(Predicate &&isWanted) const;
 
     std::vector<pugi::xml_node> m_elements;
     size_t m_size = 0;

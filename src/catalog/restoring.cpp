@@ -122,7 +122,7 @@ bool GatherListing(pugi::xml_node catalog, const CatalogEdit &edit)
 } // namespace
 
 void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits)
-{
+try {
     for (const CatalogEdit &edit : edits.All()) {
         switch (edit.kind) {
         case CatalogEdit::Kind::Listing:
@@ -137,6 +137,10 @@ void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit
         }
     }
     index.Build(catalog);
+} catch (...) {
+    // What is gone must not be found.
+    index.Build(catalog);
+    throw;
 }
 
 NotGathered GatherEdits(pugi::xml_document &document, const CatalogEdits &edits)

@@ -1,5 +1,6 @@
 #include "picturelist.h"
 
+#include <QFileInfo>
 #include <QImage>
 #include <QPixmap>
 
@@ -62,7 +63,8 @@ void PictureList::RemoveFormatPictures()
 
 bool PictureList::AddFormatPicture(const QString &formatName, const QString &path)
 {
-    const QImage image(path);
+    // A pipe would be waited for.
+    const QImage image = QFileInfo(path).isFile() ? QImage(path) : QImage();
     if (!image.isNull())
         m_pictures.insert(FormatPictureKey(formatName), IconFromImage(image));
     return !image.isNull();

@@ -435,6 +435,10 @@ private slots:
         const QString written = InFolder(backups, FilesInFolder(backups, u"*.xml"_s)[0]);
         QCOMPARE(QFile::permissions(written) & ~(QFile::ReadUser | QFile::WriteUser), kOwner);
         WriteFileAtomically(written, kLive + "\n"_ba);
+        // The clock was a year ahead: what comes now is newer all the same.
+        const QString thisYear = QString::number(QDate::currentDate().year());
+        const QString nextYear = QString::number(QDate::currentDate().year() + 1);
+        QVERIFY(QFile::rename(written, QString(written).replace(thisYear, nextYear)));
         program.folder.Write(u"sub/Live.xml"_s, kLive);
         saveTwice(u"sub/Live.xml"_s);
         for (int run = 0; run < 6; ++run)

@@ -192,8 +192,8 @@ private slots:
                     check(session.Fault());
                 QVERIFY(names.size() <= 1);
                 QCOMPARE(CallStack().CallStack(), QString());
-                if (session.Item(u"mnuEditRefresh"_s)->isEnabled())
-                    session.Item(u"mnuEditRefresh"_s)->trigger();
+                for (const QString &command : {u"mnuEditRefresh"_s, u"mnuFileSave"_s})
+                    session.Item(command)->trigger();
                 check(session.FaultOfLoad());
                 if (QTest::currentTestFailed())
                     return;
