@@ -116,6 +116,8 @@ QString Use::Step()
         Tree()->setCurrentIndex({});
         Tree()->setCurrentIndex(node);
     }
+    if (IsBehind())
+        Item(u"mnuEditRefresh"_s)->trigger();
     return name;
 }
 

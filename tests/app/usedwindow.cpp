@@ -90,6 +90,13 @@ QString UsedWindow::FaultOfLoad() const
     return ids.size() == workspace->tree.ShownCount() ? Fault() : u"others are shown"_s;
 }
 
+bool UsedWindow::IsBehind() const
+{
+    return std::ranges::any_of(failures.reports, [](const FailureReport &report) {
+        return QStringList{u"UpdateListName"_s, u"VerifyParentNode"_s, u"AddNode"_s}.contains(report.procName);
+    });
+}
+
 QString UsedWindow::FaultOfTree() const
 {
     const ShownTypes &types = workspace->types;

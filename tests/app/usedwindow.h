@@ -73,6 +73,8 @@ public:
     QString Fault() const;
     /// The same of a tree just loaded: each listing that is to be shown is there, once for each ID, and in its group.
     QString FaultOfLoad() const;
+    /// A row could not be moved and stands where it was, until the next load.
+    bool IsBehind() const;
 
 private:
     bool IsShown(pugi::xml_node listing) const;
