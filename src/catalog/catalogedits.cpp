@@ -34,3 +34,9 @@ QByteArray CatalogEdits::Earlier(const CatalogEdit &edit) const
     const auto latest = m_latest.find({edit.kind, edit.id, edit.place});
     return latest == m_latest.end() ? QByteArray() : latest->second->text;
 }
+
+QByteArray CatalogEdits::TakeText(const CatalogEdit &edit)
+{
+    const auto latest = m_latest.find({edit.kind, edit.id, edit.place});
+    return latest == m_latest.end() ? QByteArray() : std::exchange(latest->second->text, {});
+}

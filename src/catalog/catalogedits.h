@@ -33,6 +33,8 @@ public:
 
     /// The text of the edit that this one makes up for; "" when there is none.
     QByteArray Earlier(const CatalogEdit &edit) const;
+    /// The same, taken out: the edit is to be taken in with it changed.
+    QByteArray TakeText(const CatalogEdit &edit);
 
     bool IsEmpty() const { return m_edits.empty(); }
     const std::list<CatalogEdit> &All() const { return m_edits; }

@@ -50,7 +50,7 @@ std::optional<QByteArray> NextRecord(QDataStream &stream)
 }
 
 /// The edit of a record, its text made whole from that of the earlier edit; nothing for what no edit has.
-std::optional<CatalogEdit> EditOf(const QByteArray &record, const CatalogEdits &before)
+std::optional<CatalogEdit> EditOf(const QByteArray &record, CatalogEdits &before)
 {
     QDataStream stream(record);
     CatalogEdit edit;
@@ -61,9 +61,9 @@ std::optional<CatalogEdit> EditOf(const QByteArray &record, const CatalogEdits &
     if (!Unpack(stream, kind, edit.id, edit.place, start, end, middle) || kind > quint8(CatalogEdit::Kind::Entries))
         return std::nullopt;
     edit.kind = static_cast<CatalogEdit::Kind>(kind);
-    edit.text = before.Earlier(edit);
-    if (qsizetype(start) + qsizetype(end) > edit.text.size())
+    if (qsizetype(start) + qsizetype(end) > before.Earlier(edit).size())
         return std::nullopt;
+    edit.text = before.TakeText(edit); // not copied for each key that was typed
     edit.text.replace(start, edit.text.size() - start - end, middle);
     return edit;
 }
