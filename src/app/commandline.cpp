@@ -3,7 +3,12 @@
 #include "paths.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
 
 namespace {
 
@@ -17,6 +22,32 @@ bool IsAbsolute(const QString &path)
 }
 
 } // namespace
+
+#ifdef Q_OS_WIN
+
+QStringList CommandLineArguments(int, char **)
+{
+    return {AfterProgramName(QString::fromWCharArray(GetCommandLineW()))};
+}
+
+#else
+
+QStringList CommandLineArguments(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    return arguments;
+}
+
+#endif
+
+QString AfterProgramName(const QString &commandLine)
+{
+    const bool quoted = commandLine.startsWith(u'"');
+    const qsizetype end = commandLine.indexOf(quoted ? u'"' : u' ', 1);
+    return end < 0 ? QString() : commandLine.sliced(end + 1).trimmed();
+}
 
 QString CatalogFromCommandLine(const QStringList &arguments)
 {

@@ -1,5 +1,6 @@
 #include "QtPrompts.h"
 #include "application.h"
+#include "commandline.h"
 #include "failures.h"
 #include "frmMain.h"
 #include "modGlobal.h"
@@ -7,33 +8,13 @@
 #include "paths.h"
 #include "workspace.h"
 
-#include <QFile>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// The command line as text, without the program's name. The program has no switches: QApplication would take its own
-/// out of the arguments, so it is shown none of them.
-QStringList Arguments(int argc, char **argv)
-{
-#ifdef Q_OS_WIN
-    Q_UNUSED(argc)
-    Q_UNUSED(argv)
-    return QCoreApplication::arguments().sliced(1);
-#else
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QFile::decodeName(argv[i]));
-    return arguments;
-#endif
-}
-
-} // namespace
-
 int main(int argc, char **argv)
 {
+    // QApplication would take switches of its own out of the arguments; the program has none.
     int onlyTheName = 1;
     const Application application(onlyTheName, argv);
     QCoreApplication::setApplicationName(u"discbook"_s);
@@ -48,7 +29,7 @@ int main(int argc, char **argv)
     });
 
     Workspace workspace(prompts);
-    frmMain window(workspace, prompts, {.arguments = Arguments(argc, argv)});
+    frmMain window(workspace, prompts, {.arguments = CommandLineArguments(argc, argv)});
     prompts.SetMainWindow(&window);
     mainWindow = &window;
     window.Form_Load();

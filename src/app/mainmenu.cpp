@@ -61,7 +61,7 @@ void MainMenu::MakeFileMenu(QMenuBar &bar)
     mnuFileMakeCatalogShortcut = AddItem(*mnuFile, "mnuFileMakeCatalogShortcut", u"&Make Catalog Shortcut"_s);
     mnuFileDashMRU = AddSeparator(*mnuFile, "mnuFileDashMRU");
     mnuFileDashExit = AddSeparator(*mnuFile, "mnuFileDashExit");
-    mnuFileExit = AddItem(*mnuFile, "mnuFileExit", u"E&xit"_s, QKeySequence::Quit);
+    mnuFileExit = AddItem(*mnuFile, "mnuFileExit", u"E&xit"_s, Qt::CTRL | Qt::Key_Q);
     mnuFileExit->setMenuRole(QAction::QuitRole);
 }
 

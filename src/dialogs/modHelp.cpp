@@ -5,10 +5,7 @@
 #include "prompts.h"
 
 #ifdef Q_OS_WIN
-#include <QDir>
-#include <QLibrary>
-
-#include <windows.h>
+#include "htmlhelp.h"
 #elif defined(DISCBOOK_HELP_WINDOW)
 #include "frmHelp.h"
 
@@ -23,14 +20,7 @@ namespace {
 
 void Show(const QString &path, int context, clsINI &, UserPrompts &)
 {
-    using HtmlHelp = HWND(WINAPI *)(HWND, LPCWSTR, UINT, DWORD_PTR);
-    constexpr UINT kHelpContext = 15;
-    QLibrary control(u"hhctrl.ocx"_s);
-    const auto htmlHelp = reinterpret_cast<HtmlHelp>(control.resolve("HtmlHelpW"));
-    if (!htmlHelp)
-        throw ProgramError(Failure::Missing, control.errorString());
-    const QString native = QDir::toNativeSeparators(path);
-    htmlHelp(nullptr, reinterpret_cast<LPCWSTR>(native.utf16()), kHelpContext, static_cast<DWORD_PTR>(context));
+    ShowHtmlHelp(path, context);
 }
 
 #elif defined(DISCBOOK_HELP_WINDOW)

@@ -527,10 +527,10 @@ private slots:
         QCOMPARE(CatalogFromCommandLine({}), QString());
         QCOMPARE(CatalogFromCommandLine({u"\"My"_s, u"Shows.xml\""_s}), shows);
         QCOMPARE(CatalogFromCommandLine({u"none.xml"_s}), folder.Path(u"none.xml"_s));
-#ifdef Q_OS_WIN
-        QCOMPARE(CatalogFromCommandLine({u"C:\\x y.xml"_s}), u"C:\\x y.xml"_s);
-#else
-        QCOMPARE(CatalogFromCommandLine({u"/tmp/x.xml"_s}), u"/tmp/x.xml"_s);
+        QCOMPARE(CatalogFromCommandLine({folder.Path(u"x y.xml"_s)}), folder.Path(u"x y.xml"_s));
+        QCOMPARE(AfterProgramName(u"\"C:\\a b\\Discbook.exe\"  \"C:\\x  y.xml\" "_s), u"\"C:\\x  y.xml\""_s);
+        QCOMPARE(AfterProgramName(u"Discbook.exe x y.xml"_s) + AfterProgramName(u"Discbook"_s), u"x y.xml"_s);
+#ifndef Q_OS_WIN
         // A file in the working folder is found when the program's folder has none of that name.
         const QString earlier = QDir::currentPath();
         const QTemporaryDir working;

@@ -27,7 +27,7 @@ constexpr auto kMenu = R"(&File
  --
  &1 Live
  --
- E&xit
+ E&xit [Ctrl+Q]
 &Edit
  &Search... [Ctrl+F]
  --
