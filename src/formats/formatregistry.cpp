@@ -135,7 +135,7 @@ QString FormatRegistry::SpokenPicture(const QString &pictureKey) const
         return u"wrong date"_s;
     if (pictureKey == kUncheckedPicture)
         return u"not held"_s;
-    const QString name = FormatNameFromKey(pictureKey);
+    QString name = FormatNameFromKey(pictureKey);
     switch (ClassAt(FindFormat(name))) {
     case FormatKind::Lossless:
         return name + u", lossless"_s;
