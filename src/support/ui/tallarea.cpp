@@ -23,6 +23,12 @@ TallArea::TallArea(QWidget &shown, QWidget *parent) : QScrollArea(parent)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { ShowFocused(now); });
 }
 
+/// The focus may leave what is shown while that is destroyed, when this is no longer a whole area.
+TallArea::~TallArea()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void TallArea::ShowFocused(QWidget *focused)
 {
     if (focused && widget()->isAncestorOf(focused))

@@ -11,6 +11,7 @@ class TallArea : public QScrollArea
 public:
     /// The area takes the widget over.
     TallArea(QWidget &shown, QWidget *parent);
+    ~TallArea() override;
 
     /// The width that the widget needs at a height, with the scroll bar if there has to be one.
     int WidthAt(int height) const;
