@@ -52,8 +52,11 @@ void ShownTypes::Append(const QString &name)
     m_types.push_back({name, m_settings.ReadFlag(m_catalogName, SettingKey(name), true)});
 }
 
+/// A menu that could not be made anew when memory ran out may offer one that is gone.
 void ShownTypes::Toggle(int index)
 {
+    if (index >= count())
+        return;
     Type &type = m_types[static_cast<size_t>(index)];
     type.shown = !type.shown;
     m_settings.WriteFlag(m_catalogName, SettingKey(type.name), type.shown);
