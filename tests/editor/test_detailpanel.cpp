@@ -404,7 +404,12 @@ private slots:
 
     void textsShareTheHeight()
     {
-        EditorWindow w(kShows, "s3");
+        EditorWindow w(kShows, "s1");
+        const QSize whole = w.fra.sizeHint();
+        for (const char *hiding : {"y1994", "s3"}) {
+            w.Select(hiding);
+            QCOMPARE(w.fra.sizeHint(), whole);
+        }
         int above = w.Field("cmdClearDate").geometry().bottom();
         for (const char *name : {"txtSetList", "txtSetNotes", "txtComment"}) {
             const QRect box = w.Field(name).geometry();

@@ -185,20 +185,27 @@ private slots:
 
     void address()
     {
+        for (const QString &scheme : {u"http"_s, u"https"_s, u"mailto"_s, u"file"_s})
+            QDesktopServices::setUrlHandler(scheme, this, "TakeOpened");
         const QHash<QString, QString> expected{
             {u"https://example.org/a?b=c&d#e"_s, u"https://example.org/a?b=c&d#e"_s},
             {u"mailto:me@example.org"_s, u"mailto:me@example.org"_s},
             {u" example.org/x.html\t"_s, u"http://example.org/x.html"_s},
             {u"host:8080"_s, u"http://host:8080"_s},
             {u"example.org:80/x"_s, u"http://example.org:80/x"_s},
-            {u"/tmp/a b#1.html"_s, u"file:///tmp/a b%231.html"_s}};
-        for (auto [path, url] : expected.asKeyValueRange())
-            QCOMPARE(AddressOf(path).toString(), url);
+            {u"/tmp/a b#1.html"_s, u"file:///tmp/a b%231.html"_s},
+            {u" \t"_s, {}}};
+        for (auto [path, url] : expected.asKeyValueRange()) {
+            QtPrompts().OpenWithDefaultProgram(path);
+            QCOMPARE(std::exchange(m_opened, {}), url);
+        }
         for (const QString &file : {u"C:\\music"_s, u"\\\\a\\b"_s, QDir().relativeFilePath(m_folder.Path(u"README"_s))})
             QVERIFY2(AddressOf(file).isLocalFile(), qPrintable(file));
     }
 
 private:
+    Q_INVOKABLE void TakeOpened(const QUrl &address) { m_opened += address.toString(); }
+
     UserPrompts::FileRequest Request(const QString &filter = u"Text files|*.txt;*.log|All files (*.*)|*.*"_s) const
     {
         return {
@@ -210,6 +217,7 @@ private:
     }
 
     const TestProgramFolder m_folder;
+    QString m_opened;
 };
 
 TEST_OF_SUITE(TestDialogs)
