@@ -1,6 +1,7 @@
 #include "conversionfiles.h"
 
 #include "besidefile.h"
+#include "catalogcopies.h"
 #include "contentdigest.h"
 #include "failures.h"
 #include "filecopy.h"
@@ -37,17 +38,10 @@ QString MergedPath(const QString &catalog)
 /// The merged file takes the catalog's place, unless something else has come into being there.
 void PutInPlace(const ConversionFiles &files)
 {
-    if (QFileInfo::exists(files.catalog))
+    if (!IsMissing(files.catalog))
         throw ProgramError(Failure::Write, u"Destination file exists: "_s + QDir::toNativeSeparators(files.catalog));
     RenameFile(files.merged, files.catalog);
     FlushFolder(QFileInfo(files.catalog).absolutePath());
-}
-
-QStringList WriteMerged(const XmlFile &catalog, const ConversionFiles &files)
-{
-    // One that a conversion cut off earlier has left; write-protected, it could not be replaced.
-    QFile::remove(files.merged);
-    return SaveXml(*catalog.document, catalog.encoding, files.merged, files.catalog).lost;
 }
 
 } // namespace
@@ -73,13 +67,22 @@ bool ConversionFiles::IsInBackupFolder() const
     return backups.exists() && QFileInfo(QFileInfo(catalog).absolutePath()) == backups;
 }
 
+QString ConversionFiles::PutMergedAside() const
+{
+    if (IsMissing(merged))
+        return {};
+    QString copy = CopyToRecovery(merged).path;
+    Delete(merged);
+    return copy;
+}
+
 /// Nothing is deleted before everything that is needed to go on lies on the disk. Once the catalog is gone, the merged
 /// file stays whatever happens: Complete goes on from there.
 QStringList
 ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const
 {
     auto dropMerged = qScopeGuard([this] { QFile::remove(merged); });
-    QStringList lost = WriteMerged(mergedCatalog, *this);
+    QStringList lost = SaveXml(*mergedCatalog.document, mergedCatalog.encoding, merged, catalog).lost;
     stepDone(ConversionStep::MergedFileWritten);
     MakeFolder(backupFolder);
     CopyWholeFile(catalog, catalogBackup);
@@ -100,14 +103,13 @@ ConversionFiles::Replace(const XmlFile &mergedCatalog, const std::function<void(
 /// backed up belongs to something else.
 bool ConversionFiles::IsInterrupted() const
 {
-    return !QFileInfo::exists(catalog) && QFileInfo::exists(merged) && QFileInfo::exists(catalogBackup) &&
-           QFileInfo::exists(userBackup) &&
-           (!QFileInfo::exists(user) || ReadWholeFile(user) == ReadWholeFile(userBackup));
+    return IsMissing(catalog) && QFileInfo::exists(merged) && QFileInfo::exists(catalogBackup) &&
+           QFileInfo::exists(userBackup) && (IsMissing(user) || ReadWholeFile(user) == ReadWholeFile(userBackup));
 }
 
 void ConversionFiles::Complete() const
 {
-    if (QFileInfo::exists(user))
+    if (!IsMissing(user))
         Delete(user);
     PutInPlace(*this);
 }

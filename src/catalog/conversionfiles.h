@@ -28,6 +28,10 @@ struct ConversionFiles
     /// Whether the catalog lies where its own backup would go.
     bool IsInBackupFolder() const;
 
+    /// Moves what an earlier conversion has left of a merged catalog, perhaps all that there is of it, into "Recovery".
+    /// Returns where, nothing when there is none. Throws ProgramError.
+    QString PutMergedAside() const;
+
     /// Puts the merged catalog in the catalog's place, after both files were backed up. Throws ProgramError when a step
     /// fails. Returns what could not be kept of the old catalog's file, in the user's words.
     QStringList Replace(const XmlFile &mergedCatalog, const std::function<void(ConversionStep)> &stepDone) const;

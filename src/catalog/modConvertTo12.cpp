@@ -149,8 +149,17 @@ void MergeUserData(pugi::xml_node catalog, pugi::xml_node user)
     AppendUsersListings(catalog, user, MergeListings(catalog, user));
 }
 
+void PutMergedAside(const ConversionFiles &files, UserPrompts &prompts)
+{
+    if (const QString copy = files.PutMergedAside(); !copy.isEmpty())
+        prompts.Message(
+            u"What an earlier conversion of this catalog had left was moved to\r\n"_s + copy, u"Conversion"_s,
+            UserPrompts::Icon::Information);
+}
+
 /// Does the work and returns what could not be kept of the old file; says why when there is none to do.
-std::variant<QStringList, Refusal> Convert(const ConversionFiles &files, const ConversionObserver &observer)
+std::variant<QStringList, Refusal>
+Convert(const ConversionFiles &files, UserPrompts &prompts, const ConversionObserver &observer)
 {
     const auto working = [&observer](bool on) {
         if (observer.working)
@@ -165,6 +174,7 @@ std::variant<QStringList, Refusal> Convert(const ConversionFiles &files, const C
     const Input &loaded = std::get<Input>(input);
     MergeUserData(loaded.catalog.document->document_element(), loaded.user.document->document_element());
     CleanXML(*loaded.catalog.document);
+    PutMergedAside(files, prompts);
     return files.Replace(loaded.catalog, [&observer](ConversionStep step) {
         if (observer.stepDone)
             observer.stepDone(step);
@@ -187,7 +197,7 @@ bool ConvertFileTo12(
             u"Confirm conversion"_s, UserPrompts::Icon::Question, UserPrompts::Buttons::YesNo);
         if (answer != UserPrompts::Answer::Yes)
             return false;
-        const auto result = Convert(ConversionFiles(catalogPath, userPath), observer);
+        const auto result = Convert(ConversionFiles(catalogPath, userPath), prompts, observer);
         if (const auto *refusal = std::get_if<Refusal>(&result)) {
             prompts.Message(refusal->text, refusal->title, refusal->icon);
             return false;

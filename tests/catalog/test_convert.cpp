@@ -23,6 +23,7 @@ const QString kCatalog = u"catalogs/Shows.xml"_s;
 const QString kUser = u"catalogs/Shows User.xml"_s;
 const QString kMerged = u"catalogs/Shows.xml.converted"_s;
 const QString kCatalogBackup = u"Conversion Backup/Shows.xml"_s;
+const QString kRecovery = u"Recovery/"_s;
 const QString kUserBackup = u"Conversion Backup/Shows User.xml"_s;
 
 const QByteArray kOldCatalog = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"
@@ -51,6 +52,8 @@ struct OldCatalog : TestProgramFolder
     {
         ScriptedPrompts prompts;
         prompts.ExpectMessage(kQuestionTitle, Answer::Yes);
+        if (QFileInfo(Path(kMerged)).isFile())
+            prompts.ExpectMessage(u"Conversion"_s);
         return ConvertFileTo12(path, UserFilePath(path), prompts);
     }
 
@@ -59,7 +62,8 @@ struct OldCatalog : TestProgramFolder
         Contents files;
         for (QDirIterator at(Path({}), QDir::Files, QDirIterator::Subdirectories); at.hasNext();) {
             const QString file = at.next();
-            files[QDir(Path({})).relativeFilePath(file)] = ReadWholeFile(file);
+            const QString name = QDir(Path({})).relativeFilePath(file);
+            files[name.startsWith(kRecovery) ? kRecovery : name] = ReadWholeFile(file);
         }
         return files;
     }
@@ -266,8 +270,11 @@ private slots:
             FinishInterruptedConversion(old.path);
             const bool asksAgain = QFileInfo::exists(UserFilePath(old.path));
             QVERIFY2(asksAgain == (last < ConversionStep::CatalogDeleted), qPrintable(step));
+            Contents expected = kAfterwards;
+            if (asksAgain)
+                old.Write(kMerged, expected[kRecovery] = "another");
             QVERIFY(!asksAgain || old.Convert());
-            QCOMPARE(old.Files(), kAfterwards);
+            QCOMPARE(old.Files(), expected);
         }
     }
 

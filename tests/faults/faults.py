@@ -33,8 +33,10 @@ def catalog(venue, count=LISTINGS):
 
 
 OLD_SHOWS, OLD_USER = '<Catalog><Item ID="1" /></Catalog>', '<User><Item ID="1" Venue="new" /></User>'
+OLD_COPIES = {"Conversion Backup/target.xml": OLD_SHOWS, "Conversion Backup/target User.xml": OLD_USER}
 SHOWS = '<Catalog>\n\t<Item ID="1" Venue="%s" />\n</Catalog>\n'
 NEW_SHOWS = SHOWS % "new"
+CONVERTED = {"target.xml": NEW_SHOWS, **OLD_COPIES}
 FIRST, THEIRS = {"first.xml": SHOWS % "old"}, SHOWS % "theirs"
 # What the folder holds before and afterwards.
 SCENARIOS = {
@@ -42,17 +44,18 @@ SCENARIOS = {
     "overwrite": ({"target.xml": THEIRS, **FIRST}, {"target.xml": NEW_SHOWS, **FIRST}),
     "apart": ({"target.xml": THEIRS, **FIRST}, {"target.xml": THEIRS, **FIRST}),
     "recover": ({"target.xml": SHOWS % "old"}, {"target.xml": SHOWS % "new"}),
-    "convert": ({"target.xml": OLD_SHOWS, "target User.xml": OLD_USER},
-                {"target.xml": NEW_SHOWS, "Conversion Backup/target.xml": OLD_SHOWS, "Conversion Backup/target User.xml": OLD_USER}),
+    "convert": ({"target.xml": OLD_SHOWS, "target User.xml": OLD_USER}, CONVERTED),
+    "again": ({"target.xml": OLD_SHOWS, "target User.xml": OLD_USER, "target.xml.converted": THEIRS}, CONVERTED),
+    "finish": ({"target User.xml": OLD_USER, "target.xml.converted": NEW_SHOWS, **OLD_COPIES}, CONVERTED),
     "ini": ({"target.xml": "[S]\r\nother=1\r\nvalue=old\r\n"}, {"target.xml": "[S]\r\nother=1\r\nvalue=new\r\n"}),
     "page": ({"target.xml": "old"}, {"target.xml": "new page\r\n" * 3}),
     "list": ({"target.xml": "old"}, {"target.xml": "new list\r\n"}),
     "log": ({}, {"target.xml": "new list\r\n"}),
 }
 # Those that do the work of another one, with other files.
-WORK = {"overwrite": "save", "apart": "recover", "log": "list"}
+WORK = {"again": "convert", "finish": "convert", "overwrite": "save", "apart": "recover", "log": "list"}
 # What must be in a folder of copies when nothing failed; and in the end, unless it was said that it is not.
-COPIED = {"save": catalog("old"), "overwrite": THEIRS, "recover": SHOWS % "old", "apart": NEW_SHOWS}
+COPIED = {"save": catalog("old"), "overwrite": THEIRS, "recover": SHOWS % "old", "apart": NEW_SHOWS, "again": THEIRS}
 COPIES = ("Backups", "Recovery")
 
 
@@ -67,9 +70,11 @@ class Trial:
         self.name, self.old, self.new = name, *SCENARIOS[name]
         self.folder = tempfile.mkdtemp(prefix="faults")
         for file, text in self.old.items():
-            with open(os.path.join(self.folder, file), "w", newline="") as out:
+            path = os.path.join(self.folder, file)
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "w", newline="") as out:
                 out.write(text)
-            os.setxattr(os.path.join(self.folder, file), "user.note", b"x")
+            os.setxattr(path, "user.note", b"x")
         self.environment = dict(os.environ, LC_ALL="C.UTF-8", QT_QPA_PLATFORM="minimal")
         if not nameless:
             self.environment["LD_PRELOAD"] = os.path.join(BUILD, "libnameless.so")
@@ -105,7 +110,7 @@ class Trial:
         killed = code < 0 or code == 128 + signal.SIGKILL
         if code not in (0, SAID) and not killed:
             return "damaged"  # it crashed
-        if self.name != "convert" and whole not in (self.old, self.new):
+        if self.command[1] != "convert" and whole not in (self.old, self.new):
             return "damaged"
         waits = any(name.endswith(".journal") for name in after)  # for another opening
         copied = COPIED.get(self.name)
@@ -113,7 +118,7 @@ class Trial:
             return "silent"
         self.run()
         again = self.files()
-        if without_left_over(again) != self.new or self.name in ("overwrite", "apart") and copied not in self.copies:
+        if without_left_over(again) != self.new or self.name in ("overwrite", "apart", "again") and copied not in self.copies:
             return "damaged"
         return "left over" if again != self.new else ""
 
