@@ -9,6 +9,10 @@ constexpr auto kLive =
     "<Catalog><Type>Radio</Type><Item/><Item ID='1' Type='Concert' Year='1994' Format='CD' DateAdded='x'><SetList>a,b"
     "</SetList></Item><Item ID='2' Type='Tapes' WrongDate='1'/><Item ID='3' Year='1994'/><WebSource/></Catalog>";
 
+/// What it may hold instead.
+const std::map<QString, QByteArray> kOthers = {
+    {u"full"_s, "<Catalog><Item ID='2147483647'/></Catalog>"}, {u"theirs"_s, "<Catalog/>"}, {u"none"_s, "<x/>"}};
+
 /// One use of the window, in which something fails.
 class Session : public UsedWindow
 {
@@ -24,16 +28,14 @@ public:
         m_dialogs.start(0);
     }
 
-    /// Takes steps: items of menus, nodes that are selected, controls with a key or a click, or the start. Those before
-    /// "|" prepare the others, in which the n-th of the questions and signals fails, or of the requests for memory.
-    /// False when there are not as many.
+    /// Takes steps: items of menus, nodes that are selected, controls with a key, other contents of the catalog's file,
+    /// or the start. Those before "|" prepare the others, in which the n-th of the questions and signals fails, or of
+    /// the requests for memory. False when there are not as many.
     bool Take(const QString &steps, bool forMemory, int n)
     {
-        if (steps.startsWith(u"full"_s))
-            folder.Write(u"Live.xml"_s, "<Catalog><Item ID='2147483647'/></Catalog>");
         Make(m_prompts);
-        TakeSteps(u"start "_s + steps.section(u'|', 0, 0).remove(u"full"_s));
-        if (steps.endsWith(u"|start"_s))
+        TakeSteps(u"start "_s + steps.section(u'|', 0, 0));
+        if (steps.contains(u"|start"_s))
             Make(m_prompts);
         Listen();
         failures.reports.clear();
@@ -95,6 +97,8 @@ private:
     {
         if (step == u"start")
             return [this] { Load(); };
+        if (const auto other = kOthers.find(step); other != kOthers.end())
+            return [this, other] { folder.Write(u"Live.xml"_s, other->second); };
         if (auto *item = top.findChild<QAction *>(step))
             return [item] { item->trigger(); };
         const auto &model = workspace->tree.Model();
@@ -103,6 +107,11 @@ private:
         auto *control = top.findChild<QWidget *>(step.section(u'=', 0, 0));
         if (!control)
             return [] {};
+        if (const auto *box = qobject_cast<QLineEdit *>(control))
+            QObject::connect(box, &QLineEdit::textChanged, &m_dialogs, [this](const QString &text) {
+                if (text.isEmpty())
+                    m_prompts.Call();
+            });
         control->setFocus();
         return [control, keys = QKeySequence(step.section(u'=', 1))] { QTest::keySequence(control, keys); };
     }
@@ -134,9 +143,11 @@ private slots:
             .Row(
                 "|start", "Form_Load LoadFormats LoadShows AddShowToTree VerifyParentNode AddNode AddYearCount "
                           "LoadWebSources trv_NodeClick")
-            .Row("mnuFileNewSource|start", "OfferRecovery")
+            .Row("mnuFileNewSource|start", "OfferRecovery FindJournals")
+            .Row("mnuFileNewSource theirs|start", "KeepApart")
+            .Row("none|start cmdOK=Space", "Form_Activate")
             .Row("|mnuFileNewSource", "mnuFileNewItem_Click")
-            .Row("full|mnuFileNewSource", "GetNextID")
+            .Row("full mnuFileMRU0|mnuFileNewSource", "GetNextID")
             .Row("|mnuFileNewCatalog", "mnuFileNewCatalog_Click")
             .Row("|mnuFileOpenCatalog", "mnuFileOpenCatalog_Click ConvertFileTo12")
             .Row("|mnuFileMakeCatalogShortcut", "mnuFileMakeCatalogShortcut_Click")
@@ -144,24 +155,21 @@ private slots:
             .Row("mnuFileNewSource|mnuFileMRU0", "mnuFileMRU_Click")
             .Row("mnuFileNewSource|mnuFileExit", "Form_Unload SaveFormPosition")
             .Row("|mnuEditSearch txtVenue=q txtVenue=Return", "mnuEditSearch_Click")
+            .Row("|mnuEditSearch txtVenue=q cmdReset=Space", "cmdReset_Click")
             .Row("s3|s1", "ParseSetList")
             .Row("s1|mnuEditCopyListing", "AddNewShowToList")
             .Row("s2|mnuEditCopyListing", "mnuEditCopyListing_Click")
             .Row("s1|mnuEditDeleteListing", "mnuEditDeleteListing_Click DeleteShow")
-            .Row("|mnuEditGroupsItem0", "mnuEditGroupsItem_Click")
-            .Row("|mnuEditShowWrongDate", "mnuEditShowWrongDate_Click")
+            .Row("|mnuEditGroupsItem0 mnuEditShowWrongDate", "mnuEditGroupsItem_Click mnuEditShowWrongDate_Click")
             .Row("|mnuEditShowYearTotals", "mnuEditShowYearTotals_Click")
             .Row("|mnuOptionsOpenMRUOnStartup", "mnuOptionsOpenMRUOnStartup_Click")
-            .Row("|mnuOptionsSetupTypes lst=F2", "mnuOptionsSetupTypes_Click lst_DblClick")
-            .Row("|mnuOptionsSetupTypes lst=Del cmdAdd=Space", "cmdDelete_Click cmdAdd_Click")
-            .Row("|mnuWebSourcesSetup", "mnuWebSourcesSetup_Click")
+            .Row("|mnuOptionsSetupTypes lst=F2 lst=Del", "mnuOptionsSetupTypes_Click lst_DblClick cmdDelete_Click")
+            .Row("|mnuWebSourcesSetup cmdAdd=Space", "mnuWebSourcesSetup_Click cmdAdd_Click")
             .Row("|mnuListType0 mnuFileExport", "mnuListType_Click LoadList cmdExport_Click")
             .Row("|mnuViewAsWebPage chkCol0=Space chkCol0=Return", "mnuViewAsWebPage_Click chkCol_Click")
             .Row("|mnuHelpContents", "ShowHelp")
             .Row("|mnuHelpAbout", "mnuHelpAbout_Click")
-            .Row("s1|txtVenue=b", "UpdateListName txtVenue_Change")
-            .Row("s1|cmdClearDate=Space", "cmdClearDate_Click")
-            .Row("s1|chkWrongDate=Space", "chkWrongDate_Click");
+            .Row("s1|cmdClearDate=Space chkWrongDate=Space", "UpdateListName cmdClearDate_Click chkWrongDate_Click");
         const auto fields = [&table](const auto &list) {
             for (const PanelField &field : list)
                 table.Row(("s1|"_ba + field.control + '=' + KeyFor(field.kind)).constData(), field.handler);
