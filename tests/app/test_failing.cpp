@@ -97,6 +97,12 @@ private:
     {
         if (step == u"start")
             return [this] { Load(); };
+        if (step == u"cut")
+            return [this] { // as a conversion that ended after it had begun to delete
+                folder.Write(u"Conversion Backup/Live.xml"_s, "<x/>");
+                folder.Write(u"Conversion Backup/Live User.xml"_s, "<x/>");
+                QFile::rename(folder.Path(u"Live.xml"_s), folder.Path(u"Live.xml.converted"_s));
+            };
         if (const auto other = kOthers.find(step); other != kOthers.end())
             return [this, other] { folder.Write(u"Live.xml"_s, other->second); };
         if (auto *item = top.findChild<QAction *>(step))
@@ -145,6 +151,7 @@ private slots:
                           "LoadWebSources trv_NodeClick")
             .Row("mnuFileNewSource|start", "OfferRecovery FindJournals")
             .Row("mnuFileNewSource theirs|start", "KeepApart")
+            .Row("cut|start", "FinishInterruptedConversion")
             .Row("none|start cmdOK=Space", "Form_Activate")
             .Row("|mnuFileNewSource", "mnuFileNewItem_Click")
             .Row("full mnuFileMRU0|mnuFileNewSource", "GetNextID")
