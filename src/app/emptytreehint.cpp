@@ -41,9 +41,9 @@ QString EmptyTreeHint(const Workspace &workspace, bool isOpen, const QString &fi
                "file that is dropped here."_s;
     if (workspace.document.NumberOfListings() == 0)
         return u"The catalog has no listings yet.\n\nFile, New Source adds one."_s;
-    QString nothing = u"No listing of the catalog is shown."_s;
+    const QString nothing = u"No listing of the catalog is shown.\n\n"_s;
     const QStringList restrictions = Restrictions(workspace, filterName);
     if (restrictions.isEmpty())
-        return nothing;
-    return nothing + u"\n\n"_s + restrictions.join(u'\n') + u"\n\nThe Options menu changes that."_s;
+        return nothing + u"Edit, Refresh (F5) shows all of them."_s;
+    return nothing + restrictions.join(u'\n') + u"\n\nThe Options menu changes that."_s;
 }

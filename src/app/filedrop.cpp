@@ -13,11 +13,14 @@ bool IsDrag(const QEvent &event)
     return event.type() == QEvent::DragEnter || event.type() == QEvent::DragMove || event.type() == QEvent::Drop;
 }
 
-/// The path of the file that is dragged; "" when it is none, or several.
-QString DraggedFile(const QDropEvent &event)
+QStringList DraggedFiles(const QDropEvent &event)
 {
-    const QList<QUrl> addresses = event.mimeData()->urls();
-    return addresses.size() == 1 ? addresses.first().toLocalFile() : QString();
+    QStringList paths;
+    for (const QUrl &address : event.mimeData()->urls()) {
+        if (address.isLocalFile())
+            paths += address.toLocalFile();
+    }
+    return paths;
 }
 
 } // namespace
@@ -34,13 +37,14 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
     if (!widget || !IsDrag(*event) || widget->window() != &m_window || QApplication::activeModalWidget())
         return false;
     auto &drag = *static_cast<QDropEvent *>(event);
-    const QString path = DraggedFile(drag);
-    // The file stays where it is, whatever its owner proposes.
-    if (path.isEmpty() || !drag.possibleActions().testFlag(Qt::CopyAction))
+    const QStringList paths = DraggedFiles(drag);
+    if (paths.isEmpty())
         return false;
-    drag.setDropAction(Qt::CopyAction);
-    drag.accept();
-    if (event->type() == QEvent::Drop)
-        emit dropped(path);
+    // Several are refused: a box below would write their names into the catalog.
+    const bool isTaken = paths.size() == 1 && drag.possibleActions().testFlag(Qt::CopyAction);
+    drag.setDropAction(Qt::CopyAction); // the file stays where it is, whatever its owner proposes
+    drag.setAccepted(isTaken);
+    if (isTaken && event->type() == QEvent::Drop)
+        emit dropped(paths.first());
     return true;
 }

@@ -202,6 +202,7 @@ void frmMain::FindHelpFile()
 
 void frmMain::OpenFirstCatalog()
 {
+    const QString asked = m_startUp.arguments.join(u' ');
     QString path = CatalogFromCommandLine(m_startUp.arguments);
     if (path.isEmpty() && m_menu.mnuOptionsOpenMRUOnStartup->isChecked())
         path = m_workspace.settings.ReadString(u"MRU"_s, u"0"_s);
@@ -209,7 +210,7 @@ void frmMain::OpenFirstCatalog()
         return;
     // For whoever started the program in a terminal.
     if (!QFileInfo::exists(path) && !FinishInterruptedConversion(path))
-        std::cerr << ExecutableName().toStdString() << ": " << path.toLocal8Bit().constData() << " does not exist\n";
+        std::cerr << ExecutableName().toStdString() << ": " << (asked.isEmpty() ? path : asked).toLocal8Bit().constData() << " does not exist\n";
     m_files->OpenCatalog(path);
 }
 

@@ -15,6 +15,7 @@ RecentMenu::RecentMenu(QMenu &menu, QAction &separator, QAction &end, const Rece
       m_end(end),
       m_recent(recent)
 {
+    menu.setToolTipsVisible(true); // two catalogs may have one name
     connect(&recent, &RecentCatalogs::changed, this, &RecentMenu::Rebuild);
     Rebuild();
 }

@@ -190,7 +190,9 @@ void BrowseTree::AddYearCount(Group &group)
             (kind == FormatKind::Lossless ? lossless : lossy) += count;
         }
         const QString name = group.text.section(kTotalsGap, 0, 0);
-        m_model.SetText(group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all));
+        m_model.SetText(
+            group, name + kTotalsGap + u"( %1 / %2 / %3 )"_s.arg(lossless).arg(lossy).arg(all),
+            name + u", %1 lossless, %2 lossy, %3 in all"_s.arg(lossless).arg(lossy).arg(all));
     });
 }
 

@@ -261,13 +261,14 @@ void BrowseTreeModel::SetPicture(Group &group, const QString &picture)
     emit dataChanged(index, index, {Qt::DecorationRole, PictureRole});
 }
 
-void BrowseTreeModel::SetText(Group &group, const QString &text)
+void BrowseTreeModel::SetText(Group &group, const QString &text, const QString &spoken)
 {
     group.text = text;
+    group.spoken = spoken;
     if (m_loading)
         return;
     const QModelIndex index = IndexOf(group);
-    emit dataChanged(index, index, {Qt::DisplayRole});
+    emit dataChanged(index, index, {Qt::DisplayRole, Qt::AccessibleTextRole});
 }
 
 BrowseTreeModel::Group *BrowseTreeModel::FindGroup(const QString &key) const
@@ -399,8 +400,9 @@ QVariant BrowseTreeModel::data(const QModelIndex &index, int role) const
         return ShownLabel(ListingAt(index)->element);
     }
     case Qt::AccessibleTextRole: {
-        const Listing *listing = ListingAt(index);
-        return listing ? QVariant(SpokenText(*listing)) : QVariant();
+        if (const Group *group = GroupAt(index))
+            return ShownText(group->spoken);
+        return SpokenText(*ListingAt(index));
     }
     case Qt::DecorationRole:
         return m_formats.Pictures().Picture(NodePicture(index));

@@ -46,6 +46,7 @@ public:
     public:
         QString key;
         QString text; ///< with its totals, once they are written
+        QString spoken;
         QString picture;
 
         /// In tree order.
@@ -93,7 +94,8 @@ public:
     void RemoveGroup(Group &group);
     void SetPicture(Listing &listing, const QString &picture);
     void SetPicture(Group &group, const QString &picture);
-    void SetText(Group &group, const QString &text);
+    /// `spoken`: what a screen reader says in its place, "" for the text itself.
+    void SetText(Group &group, const QString &text, const QString &spoken = {});
 
     Group *FindGroup(const QString &key) const;
     Listing *FindListing(const QString &id) const;

@@ -55,6 +55,7 @@ CATALOG = """<Catalog><Type>Radio</Type><Item ID="1" Type="Album" Venue="Best"/>
 <Item ID="5" Type="Concert" Year="1994" Month="4" Venue="Tent" Format="MP3"/></Catalog>"""
 ABOUT = {"Discbook", "Version", "A desktop catalog of music recordings"}
 ROWS = [
+    "1994, 1 lossless, 1 lossy, 3 in all",
     "1994-01-?? - Hall, FLAC, lossless",
     "1994-02-?? - Club, not held",
     "1994-03-?? - Park (wrong date), wrong date",

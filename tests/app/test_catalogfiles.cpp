@@ -61,6 +61,10 @@ void Die(Program &program)
 void Drop(const Program &program, const QString &path)
 {
     QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path), QUrl::fromLocalFile(path)});
+    QDragEnterEvent several({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&program.Field("txtVenue"), &several);
+    QVERIFY(!several.isAccepted());
     data.setUrls({QUrl::fromLocalFile(path)});
     QDragEnterEvent enter({}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&program.Field("txtVenue"), &enter);

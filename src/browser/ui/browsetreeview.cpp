@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QToolTip>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -45,21 +47,38 @@ void BrowseTreeView::SetHint(const QString &hint)
     viewport()->update();
 }
 
-/// The hint stands below the groups, where there are some.
 void BrowseTreeView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);
-    if (m_hint.isEmpty())
-        return;
-    const QRect last = visualRect(model()->index(model()->rowCount() - 1, 0));
+    if (!m_hint.isEmpty())
+        PaintHint();
+}
+
+/// The hint stands below the groups, or over the last of them where they leave no room.
+void BrowseTreeView::PaintHint()
+{
+    constexpr int kLayout = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
     QRect area = viewport()->rect().marginsRemoved(QMargins(kHintMargin, kHintMargin, kHintMargin, kHintMargin));
+    const int lowestTop = area.bottom() - fontMetrics().boundingRect(area, kLayout, m_hint).height();
+    const QRect last = visualRect(model()->index(model()->rowCount() - 1, 0));
     if (last.isValid())
-        area.setTop(last.bottom() + kHintMargin);
-    if (area.height() < fontMetrics().height())
-        return;
+        area.setTop(std::min(last.bottom() + 1 + kHintMargin, lowestTop));
+    // Those of a disabled tree are not to be read.
+    QPalette colours = palette();
+    colours.setColor(QPalette::Active, QPalette::Base, colours.color(QPalette::Base));
+    colours.setCurrentColorGroup(QPalette::Active);
     QPainter painter(viewport());
-    painter.setPen(ReadableColour(palette(), QPalette::PlaceholderText));
-    painter.drawText(area, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_hint);
+    painter.fillRect(area.adjusted(-kHintMargin, -kHintMargin, kHintMargin, kHintMargin), colours.color(QPalette::Base));
+    painter.setPen(ReadableColour(colours, QPalette::PlaceholderText));
+    painter.drawText(area, kLayout, m_hint);
+}
+
+/// What is painted over the rows stays while they are scrolled.
+void BrowseTreeView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    if (!m_hint.isEmpty())
+        viewport()->update();
 }
 
 /// Walking from row to row leaves the view where it is sideways.

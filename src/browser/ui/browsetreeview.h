@@ -22,6 +22,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
@@ -29,6 +30,7 @@ protected:
     bool viewportEvent(QEvent *event) override;
 
 private:
+    void PaintHint();
     int RowWidth(const QModelIndex &row) const;
     bool IsCut(const QModelIndex &row) const;
     void ShowLabel(const QModelIndex &row, const QPoint &globalPosition) const;
