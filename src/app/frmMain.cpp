@@ -62,6 +62,12 @@ QIcon ProgramIcon()
     return icon;
 }
 
+/// For whoever started the program in a terminal.
+void TellTerminal(const QString &text)
+{
+    std::cerr << ExecutableName().toStdString() << ": " << text.toLocal8Bit().constData() << '\n';
+}
+
 } // namespace
 
 frmMain::frmMain(Workspace &workspace, UserPrompts &prompts, StartUp startUp)
@@ -208,9 +214,8 @@ void frmMain::OpenFirstCatalog()
         path = m_workspace.settings.ReadString(u"MRU"_s, u"0"_s);
     if (path.isEmpty())
         return;
-    // For whoever started the program in a terminal.
     if (!QFileInfo::exists(path) && !FinishInterruptedConversion(path))
-        std::cerr << ExecutableName().toStdString() << ": " << (asked.isEmpty() ? path : asked).toLocal8Bit().constData() << " does not exist\n";
+        TellTerminal((asked.isEmpty() ? path : asked) + u" does not exist"_s);
     m_files->OpenCatalog(path);
 }
 

@@ -68,7 +68,8 @@ void BrowseTreeView::PaintHint()
     colours.setColor(QPalette::Active, QPalette::Base, colours.color(QPalette::Base));
     colours.setCurrentColorGroup(QPalette::Active);
     QPainter painter(viewport());
-    painter.fillRect(area.adjusted(-kHintMargin, -kHintMargin, kHintMargin, kHintMargin), colours.color(QPalette::Base));
+    painter.fillRect(
+        area.adjusted(-kHintMargin, -kHintMargin, kHintMargin, kHintMargin), colours.color(QPalette::Base));
     painter.setPen(ReadableColour(colours, QPalette::PlaceholderText));
     painter.drawText(area, kLayout, m_hint);
 }
