@@ -501,12 +501,15 @@ private slots:
         QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs}));
         program.prompts.ExpectSaveFile(u"New Catalog"_s, path);
         program.Choose("mnuFileNewCatalog");
-        QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs, "<Catalog />\n"}));
         program.folder.Write(u"New.xml"_s, kTheirs);
         program.Choose("mnuFileMRU0");
         program.workspace->document.MarkModified();
         program.Choose("mnuFileSave");
         QCOMPARE(Copies(program, u"Backups"_s), QByteArrayList({kTheirs, "<Catalog />\n", kTheirs}));
+        program.prompts.ExpectSaveFile(u"New Catalog"_s, program.folder.Path(u"no/such/folder.xml"_s));
+        program.Choose("mnuFileNewCatalog");
+        QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileNewCatalog_Click"_s));
+        QCOMPARE(program.workspace->document.Path(), path);
     }
 
     void recentListHasTheLastFourAndNoneTwice()

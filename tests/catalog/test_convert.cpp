@@ -310,6 +310,13 @@ private slots:
         FinishInterruptedConversions(old.Path(u"catalogs"_s));
         QCOMPARE(old.Read(name), kConverted);
     }
+
+    void sample()
+    {
+        const QString path = QStringLiteral(DISCBOOK_SAMPLES "/two-file/Shows.xml");
+        const OldCatalog old(ReadWholeFile(path), ReadWholeFile(UserFilePath(path)));
+        QCOMPARE(old.Convert() ? ReadWholeFile(old.path).count("<Item ") : 0, 424 + 7);
+    }
 };
 
 int main(int argc, char *argv[])

@@ -55,8 +55,7 @@ private slots:
         QCOMPARE(file.TopicPage(7), u"first.html"_s); // an unknown topic
         QCOMPARE(file.Title(), u"Test Help"_s);
         QVERIFY(file.Read(u"/first.html"_s));
-        QVERIFY(!file.Read(u"/none.html"_s));
-        QVERIFY(!file.Read(QString(600, u'x')));
+        QVERIFY(!file.Read(u"/none.html"_s) && !file.Read(QString(600, u'x')));
     }
 
     void contents()
@@ -84,8 +83,7 @@ private slots:
         QVERIFY(!m_form->testAttribute(Qt::WA_QuitOnClose));
         QVERIFY(!m_page->document()->toHtml().contains(u"#123456"_s));
         QCOMPARE(m_form->focusWidget(), m_page);
-        QVERIFY(m_page->toPlainText().contains(u"All pages \u2013"_s));
-        QVERIFY(m_page->document()->toHtml().contains(uR"(<img src="CD.png" alt="Disc" width="16" height="16")"_s));
+        QVERIFY(m_page->document()->toHtml().contains(uR"(– <img src="CD.png" alt="Disc" width="16" height="16")"_s));
         m_form->showMinimized();
         ShowHelp(1001, m_settings, m_prompts, kFile);
         QVERIFY(!m_form->isMinimized());

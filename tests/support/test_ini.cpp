@@ -118,6 +118,7 @@ private slots:
         QCOMPARE(ini.ReadString(u"none"_s, u"none"_s), QString());
         QCOMPARE(ini.NumberOfKeys(u"none"_s), 0);
         QCOMPARE(ini.KeyName(u"none"_s, 99), QString());
+        QVERIFY_THROWS_EXCEPTION(ProgramError, ini.KeyName(u"A"_s, 5));
     }
 
     void readsNumbersAndFlags()

@@ -228,9 +228,7 @@ private slots:
         QCOMPARE(Codes(Qt::Key_C, ctrl, u"\x03"_s), Pair(67, 3));
         QCOMPARE(Codes(Qt::Key_C, Qt::AltModifier, u"c"_s), Pair(67, 0));
         QCOMPARE(Codes(Qt::Key_At, ctrl | Qt::AltModifier, u"@"_s), Pair(0, 64)); // AltGr
-        const auto pastes = [](Qt::Key key, Qt::KeyboardModifiers modifiers) {
-            return IsPasteOfX11(QKeyEvent(QEvent::KeyPress, key, modifiers));
-        };
+        const auto pastes = [](auto... key) { return IsPasteOfX11(QKeyEvent(QEvent::KeyPress, key...)); };
         QVERIFY(pastes(Qt::Key_F18, none) && pastes(Qt::Key_Insert, ctrl | Qt::ShiftModifier));
         QVERIFY(!pastes(Qt::Key_Insert, Qt::ShiftModifier) && !pastes(Qt::Key_C, ctrl | Qt::ShiftModifier));
     }
