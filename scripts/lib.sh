@@ -46,10 +46,11 @@ build_preset() {
 }
 
 # Starts a virtual display and sets DISPLAY to it. The caller ends it: its process is $display_server.
+# It does not start anew when its last client has gone: one that comes at that moment would be turned away.
 start_display() {
     local number
     exec 3<> <(:)
-    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp -noreset >/dev/null 2>&1 &
     display_server=$!
     read -r -t 20 number <&3 || { say "The virtual display did not start."; return 1; }
     export DISPLAY=:$number
