@@ -406,8 +406,9 @@ private slots:
     {
         EditorWindow w(kShows, "s1");
         const QSize whole = w.fra.sizeHint();
-        w.Select("s3");
+        w.Select("y1994");
         QCOMPARE(w.fra.sizeHint(), whole);
+        w.Select("s3");
         int above = w.Field("cmdClearDate").geometry().bottom();
         for (const char *name : {"txtSetList", "txtSetNotes", "txtComment"}) {
             const QRect box = w.Field(name).geometry();
