@@ -41,11 +41,11 @@ public:
         return result;
     }
 
-    int count() const { return static_cast<int>(m_types.size()); }
-    const QString &Name(int index) const { return m_types[static_cast<size_t>(index)].name; }
-    bool IsShown(int index) const { return m_types[static_cast<size_t>(index)].shown; }
+    int count() const { return static_cast<int>(m_list.types.size()); }
+    const QString &Name(int index) const { return m_list.types[static_cast<size_t>(index)].name; }
+    bool IsShown(int index) const { return m_list.types[static_cast<size_t>(index)].shown; }
     /// The position of a type, -1 when it is not in the list. Names are compared exactly, the first match counts.
-    int Find(const QString &typeName) const { return m_positions.value(typeName, -1); }
+    int Find(const QString &typeName) const { return m_list.positions.value(typeName, -1); }
 
     /// Shows a hidden type or hides a shown one, and writes the choice to the settings.
     void Toggle(int index);
@@ -63,14 +63,18 @@ private:
         QString name;
         bool shown;
     };
+    struct List
+    {
+        QString catalogName;
+        std::vector<Type> types;
+        QHash<QString, int> positions; ///< of the first type of each name
+    };
 
     void Append(const QString &name);
     void SignalChange();
 
     clsINI &m_settings;
-    QString m_catalogName;
-    std::vector<Type> m_types;
-    QHash<QString, int> m_positions;
+    List m_list;
     bool m_isChanging = false; ///< ChangeTogether is at work
     bool m_hasChanged = false; ///< and has something to signal
 };

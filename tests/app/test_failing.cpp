@@ -6,8 +6,9 @@
 namespace {
 
 constexpr auto kLive =
-    "<Catalog><Type>Radio</Type><Item/><Item ID='1' Type='Concert' Year='1994' Format='CD' DateAdded='x'><SetList>a,b"
-    "</SetList></Item><Item ID='2' Type='Tapes' WrongDate='1'/><Item ID='3' Year='1994'/><WebSource/></Catalog>";
+    "<Catalog><Type>Radio</Type><Type>X</Type><Item/><Item ID='1' Type='Concert' Year='1994' Format='CD' DateAdded='x'>"
+    "<SetList>a,b</SetList></Item><Item ID='2' Type='Tapes' WrongDate='1'/><Item ID='3' "
+    "Year='1994'/><WebSource/></Catalog>";
 
 /// What it may hold instead.
 const std::map<QString, QByteArray> kOthers = {
