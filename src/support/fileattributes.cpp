@@ -41,12 +41,13 @@ struct stat Info(int handle)
     return info;
 }
 
-// Who may not give files away may still give them to a group. False when the file has another group.
-bool CopyOwner(const struct stat &other, int handle)
+// Who may not give files away may still give them to a group.
+void CopyOwner(const struct stat &other, int handle)
 {
-    if (::fchown(handle, other.st_uid, other.st_gid) == 0)
-        return true;
-    return ::fchown(handle, static_cast<uid_t>(-1), other.st_gid) == 0 || Info(handle).st_gid == other.st_gid;
+    for (const uid_t owner : {other.st_uid, static_cast<uid_t>(-1)}) {
+        if (::fchown(handle, owner, other.st_gid) == 0)
+            return;
+    }
 }
 
 // Of another group and the old one nobody knows who is in which, so both get what group and others had in common.
@@ -157,7 +158,9 @@ QStringList CopyAttributes(const QString &from, int handle)
     struct stat other = {};
     if (::stat(path.constData(), &other) != 0)
         return {u"its permissions"_s};
-    const bool sameGroup = CopyOwner(other, handle);
+    CopyOwner(other, handle);
+    const bool sameOwner = Info(handle).st_uid == other.st_uid;
+    const bool sameGroup = Info(handle).st_gid == other.st_gid;
     const bool sameList = CopyAccessList(path, handle, sameGroup);
     ::fchmod(handle, AllowedMode(other.st_mode, sameGroup, sameList));
     const bool sameMode = ((Info(handle).st_mode ^ other.st_mode) & kModeBits) == 0;
@@ -165,8 +168,9 @@ QStringList CopyAttributes(const QString &from, int handle)
 
     QStringList lost;
     for (const auto &[kept, name] :
-         {std::pair(sameMode, u"its permissions"_s), std::pair(sameGroup, u"its group"_s),
-          std::pair(sameList, u"its access list"_s), std::pair(sameExtended, u"its extended attributes"_s)}) {
+         {std::pair(sameMode, u"its permissions"_s), std::pair(sameOwner, u"its owner"_s),
+          std::pair(sameGroup, u"its group"_s), std::pair(sameList, u"its access list"_s),
+          std::pair(sameExtended, u"its extended attributes"_s)}) {
         if (!kept)
             lost += name;
     }
