@@ -3,6 +3,7 @@
 #include "catalogcopies.h"
 #include "catalogdocument.h"
 #include "filecopy.h"
+#include "flatfile.h"
 #include "paths.h"
 #include "prompts.h"
 #include "waitcursor.h"
@@ -49,11 +50,12 @@ void SafeOverwrite::TellOfLost(const QString &path, const QStringList &lost)
     m_prompts.Message(text.arg(FileTitle(path, true), lost.join(u", "_s)), u"Save"_s, UserPrompts::Icon::Information);
 }
 
-/// Also true when there is no file. What another program wrote and this one opened is not of this run.
+/// Also true when there is no file, which may come back with the content that it had. What another program wrote and
+/// this one opened is not of this run.
 bool SafeOverwrite::IsKept(quint64 digest)
 {
     const QString &path = m_document.Path();
-    return m_kept.value(CanonicalPath(path)) == digest || BackUp(path, digest);
+    return IsMissing(path) || m_kept.value(CanonicalPath(path)) == digest || BackUp(path, digest);
 }
 
 /// False when the file has another content. A failure hinders no save; it is told after that.

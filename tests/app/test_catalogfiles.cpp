@@ -362,7 +362,9 @@ private slots:
         program.Choose("mnuFileOpenCatalog");
         QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
         QCOMPARE(program.window->windowTitle(), kLiveTitle);
-        QVERIFY(program.Item("mnuFileSave")->isEnabled());
+        program.folder.Write(u"gone/Live.xml"_s, kLive);
+        program.Choose("mnuFileSave");
+        QCOMPARE(Copies(program, u"Backups"_s), {kLive});
     }
 
     void anotherProgramsChangeIsAskedAbout()
