@@ -93,7 +93,7 @@ void Recovery::KeepApart(FoundJournal &found)
     if (edited.document_element().first_child())
         text += u"  They are kept as a catalog of their own:\r\n"_s + KeepCatalog(edited, m_document.Path());
     if (rest.removals > 0)
-        text += u"\r\nDeletions of listings that were not done again: %1"_s.arg(rest.removals);
+        text += u"\r\nDeletions that were not done again: %1"_s.arg(rest.removals);
     if (rest.senseless > 0 || !found.contents.isWhole)
         text += u"\r\nWhat could not be understood is kept in\r\n"_s + PutAside(std::move(found.file));
     else

@@ -18,14 +18,20 @@ void CatalogEdits::Take(CatalogEdit edit)
         m_latest[key] = m_edits.insert(m_edits.end(), std::move(edit));
 }
 
-// Behind it, the places of that ID mean other listings.
+// Those of that ID behind it move up by one place.
 void CatalogEdits::TakeRemoval(CatalogEdit removal)
 {
-    if (const auto latest = m_latest.find({Kind::Listing, removal.id, removal.place}); latest != m_latest.end())
+    const Key key(Kind::Listing, removal.id, removal.place);
+    if (const auto latest = m_latest.find(key); latest != m_latest.end()) {
         m_edits.erase(latest->second);
-    m_latest.erase(
-        m_latest.lower_bound({Kind::Listing, removal.id, 0}),
-        m_latest.upper_bound({Kind::Listing, removal.id, std::numeric_limits<quint32>::max()}));
+        m_latest.erase(latest);
+    }
+    const auto end = m_latest.upper_bound({Kind::Listing, removal.id, std::numeric_limits<quint32>::max()});
+    for (auto latest = m_latest.upper_bound(key); latest != end;) {
+        auto moved = m_latest.extract(latest++);
+        --std::get<quint32>(moved.key());
+        m_latest.insert(std::move(moved));
+    }
     m_edits.push_back(std::move(removal));
 }
 

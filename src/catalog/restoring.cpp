@@ -153,6 +153,8 @@ NotGathered GatherEdits(pugi::xml_document &document, const CatalogEdits &edits)
             ++rest.removals;
         else if (!(isList ? RestoreEntries(catalog, edit) : GatherListing(catalog, edit)))
             ++rest.senseless;
+        else if (edit.text.isEmpty())
+            ++rest.removals; // of all that a list had
     }
     return rest;
 }

@@ -14,7 +14,7 @@ void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit
 /// What a catalog that was made of edits alone does not have.
 struct NotGathered
 {
-    qsizetype removals = 0;
+    qsizetype removals = 0;  ///< of listings, and of all that a list had
     qsizetype senseless = 0; ///< edits that make no sense
 };
 

@@ -295,14 +295,17 @@ private slots:
         Die(program);
         const QString journal = u"Recovery/"_s + Journals(program)[0];
         const QByteArray head = JournalHead(CanonicalPath(program.workspace->document.Path()), 1);
-        const QByteArray listing = JournalRecord({CatalogEdit::Kind::Listing, "5", 0, "<Item ID='5'/>"}, {});
-        const QByteArray removal = JournalRecord({CatalogEdit::Kind::Removal, "1", 0, {}}, {});
+        const auto listing = [](quint32 place) {
+            return JournalRecord({CatalogEdit::Kind::Listing, "5", place, "<Item ID='5'/>"}, {});
+        };
+        const QByteArray removal = JournalRecord({CatalogEdit::Kind::Removal, "5", 0, {}}, {});
+        const QByteArray emptied = JournalRecord({CatalogEdit::Kind::Entries, "WebSource", 0, {}}, {});
         const QByteArray senseless = JournalRecord({CatalogEdit::Kind::Listing, "1", 0, "<Item"}, {});
         // The edits, and what is told: whether there is a catalog, a number of deletions, and a rest.
         const std::vector<std::pair<QByteArray, std::array<bool, 3>>> rows = {
-            {listing, {true, false, false}},
-            {removal, {false, true, false}},
-            {listing + removal + "x", {true, true, true}},
+            {listing(0), {true, false, false}},
+            {emptied, {false, true, false}},
+            {listing(1) + removal + listing(0) + "x", {true, true, true}},
             {senseless, {false, false, true}}};
         for (const auto &[edits, told] : rows) {
             program.folder.Write(journal, head + edits);
@@ -313,7 +316,7 @@ private slots:
             if (told[0])
                 QCOMPARE(ReadWholeFile(lines.takeFirst()).simplified(), "<Catalog> <Item ID=\"5\" /> </Catalog>");
             if (told[1])
-                QCOMPARE(lines.takeFirst(), u"Deletions of listings that were not done again: 1"_s);
+                QCOMPARE(lines.takeFirst(), u"Deletions that were not done again: 1"_s);
             if (told[2])
                 QCOMPARE(ReadWholeFile(lines.takeLast()), head + edits);
             QCOMPARE(lines.size(), told[2] ? 1 : 0);
