@@ -144,6 +144,7 @@ void Journal::WriteAll()
         bytes += JournalRecord(edit, {});
     auto file = std::make_unique<BesideFile>(m_path, BesideFile::Rights::OwnerOnly);
     file->Write(bytes.constData(), bytes.size());
+    file->CheckHeld(); // else other windows would offer these edits, or nobody ever
     if (m_file)
         file->PlaceOver(*m_file);
     else

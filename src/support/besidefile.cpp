@@ -36,9 +36,9 @@ namespace {
     throw ProgramError(Failure::Write, reason + u": "_s + QDir::toNativeSeparators(path));
 }
 
-[[noreturn]] void ThrowLastError(const QString &path)
+[[noreturn]] void ThrowSystemError(int error, const QString &path)
 {
-    ThrowWriteError(QString::fromLocal8Bit(std::strerror(errno)), path);
+    ThrowWriteError(QString::fromLocal8Bit(std::strerror(error)), path);
 }
 
 constexpr auto kUnfinished = ".discbook-saving-"_L1;
@@ -108,7 +108,7 @@ void RemoveUnlessHeld(const QString &path)
 void Rename(const QString &from, const QString &to)
 {
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        ThrowLastError(to);
+        ThrowSystemError(errno, to);
 }
 
 int OpenNew(const QString &path, int mode)
@@ -230,7 +230,13 @@ BesideFile::~BesideFile()
 
 void BesideFile::Fail() const
 {
-    ThrowLastError(m_target);
+    ThrowSystemError(errno, m_target);
+}
+
+void BesideFile::CheckHeld() const
+{
+    if (m_lockError != 0)
+        ThrowSystemError(m_lockError, m_target);
 }
 
 void BesideFile::OpenNamed(int mode)
@@ -256,7 +262,7 @@ bool BesideFile::OpenNameless(int)
     return false;
 }
 
-bool BesideFile::IsMine() const
+bool BesideFile::IsMine()
 {
     return true;
 }
@@ -310,9 +316,9 @@ bool BesideFile::OpenNameless(int mode)
 
 // Takes the lock. Between the making of a file and this, another save may have taken it for one that nobody holds.
 // Where there are no locks, nobody ever removes what a killed save has left.
-bool BesideFile::IsMine() const
+bool BesideFile::IsMine()
 {
-    ::flock(m_handle, LOCK_EX);
+    m_lockError = ::flock(m_handle, LOCK_EX) == 0 ? 0 : errno;
     return m_path.isEmpty() || HasName(m_handle);
 }
 

@@ -39,6 +39,9 @@ public:
     int handle() const { return m_handle; }
     const QString &Target() const { return m_target; }
 
+    /// Throws ProgramError where the file system has no locks, so that nobody can tell who holds what.
+    void CheckHeld() const;
+
     /// Appends bytes. Throws ProgramError with the system's reason when they could not all be written.
     void Write(const char *bytes, qsizetype size);
 
@@ -60,7 +63,7 @@ private:
     BesideFile(int handle, QString target);
     bool OpenNameless(int mode);
     void OpenNamed(int mode);
-    bool IsMine() const;
+    bool IsMine();
     void GiveName();
     void OpenPlaced();
     void LetReplace();
@@ -70,4 +73,5 @@ private:
     QString m_target;
     QString m_path; ///< empty as long as it has no name
     int m_handle = -1;
+    int m_lockError = 0; ///< why no lock was to be had
 };

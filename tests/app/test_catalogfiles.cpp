@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #ifdef Q_OS_LINUX
 #include <sys/stat.h>
+#include <cerrno>
 #include <sys/syscall.h>
 #include <unistd.h>
 #endif
@@ -43,6 +44,7 @@ QByteArrayList Copies(const Program &program, const QString &folder)
 
 bool g_keepsModes = true;
 int g_flushes = 0;
+bool g_hasLocks = true;
 
 QStringList Journals(const Program &program)
 {
@@ -85,6 +87,12 @@ extern "C" int fsync(int handle)
 }
 
 extern "C" int fchmod(int handle, mode_t mode) noexcept
+extern "C" int flock(int handle, int operation) noexcept
+{
+    errno = ENOLCK;
+    return g_hasLocks ? static_cast<int>(syscall(SYS_flock, handle, operation)) : -1;
+}
+
 {
     return g_keepsModes ? static_cast<int>(syscall(SYS_fchmod, handle, mode)) : -1;
 }
@@ -361,7 +369,13 @@ private slots:
         program.Start({u"gone/Live.xml"_s});
         QVERIFY(QDir(program.folder.Path(u"gone"_s)).removeRecursively());
         program.Edit();
+#ifdef Q_OS_LINUX
+        const QScopedValueRollback<bool> hasNone(g_hasLocks, false);
         program.prompts.ExpectMessage(kSave, Answer::Yes);
+        QCOMPARE(Journals(program).size(), 0);
+        g_hasLocks = true;
+#endif
+        program.Enter("txtVenue");
         program.Choose("mnuFileOpenCatalog");
         QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
         QCOMPARE(program.window->windowTitle(), kLiveTitle);
