@@ -29,12 +29,12 @@ void Check(const QByteArray &input)
     QDataStream stream(&bytes, QIODevice::Append);
     for (const QByteArray &record : input.split('\f'))
         stream << ContentDigest(record) << record;
-    const auto journal = ReadJournal(bytes);
-    assert(journal && Written(*journal) == Written(*ReadJournal(Written(*journal))));
+    const JournalContents journal = ReadJournal(bytes);
+    assert(journal.catalog == path && Written(journal) == Written(ReadJournal(Written(journal))));
 
     CatalogDocument document;
     document.Load(path);
-    document.Restore(journal->edits);
+    document.Restore(journal.edits);
     const auto listings = document.Catalog().children(Element::kItem);
     assert(document.NumberOfListings() == std::distance(listings.begin(), listings.end()));
     SaveXml(document.Document(), {}, Write(u"Restored.xml"_s, {}));

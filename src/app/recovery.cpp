@@ -32,14 +32,14 @@ QString KeepCatalog(pugi::xml_document &edited, const QString &catalog)
     return path;
 }
 
-/// Under a name that is not looked for any more.
+/// Under a name that is not looked for any more. Returns what to say of it.
 QString PutAside(std::unique_ptr<BesideFile> journal)
 {
     const QString from = journal->Target();
     QString to = from + u".kept"_s;
     journal.reset();
     RenameFile(from, to);
-    return to;
+    return u"\r\nWhat could not be understood is kept in\r\n"_s + to;
 }
 
 } // namespace
@@ -60,7 +60,9 @@ void Recovery::Offer()
         const QString catalog = CanonicalPath(m_document.Path());
         m_journal.Begin(catalog);
         for (FoundJournal &found : FindJournals(catalog, m_document.ContentDigest())) {
-            if (found.contents.digest != m_document.ContentDigest())
+            if (found.contents.edits.IsEmpty())
+                Guarded(kModule, "KeepApart", [&] { KeepRest(std::move(found.file)); });
+            else if (found.contents.digest != m_document.ContentDigest())
                 Guarded(kModule, "KeepApart", [&] { KeepApart(found); });
             else if (EndsTheOffer(found))
                 return;
@@ -77,10 +79,19 @@ bool Recovery::EndsTheOffer(FoundJournal &found)
     if (answer == UserPrompts::Answer::No)
         found.file->Remove();
     if (answer == UserPrompts::Answer::Yes) {
-        m_document.Restore(found.contents.edits);
+        const bool all = m_document.Restore(found.contents.edits) && !found.contents.isDamaged;
+        auto damaged = all ? nullptr : std::move(found.file);
         m_journal.GoOnWith(std::move(found)); // they are not saved yet
+        if (damaged)
+            KeepRest(std::move(damaged));
     }
     return answer != UserPrompts::Answer::No;
+}
+
+void Recovery::KeepRest(std::unique_ptr<BesideFile> journal)
+{
+    const QString text = u"Not all unsaved changes to this catalog could be restored."_s;
+    m_prompts.Message(text + PutAside(std::move(journal)), kTitle, UserPrompts::Icon::Information);
 }
 
 /// Edits of another content are not mixed into this one. The journal goes when all that it has is somewhere else, or
@@ -95,7 +106,7 @@ void Recovery::KeepApart(FoundJournal &found)
     if (rest.removals > 0)
         text += u"\r\nDeletions that were not done again: %1"_s.arg(rest.removals);
     if (rest.senseless > 0 || !found.contents.isWhole)
-        text += u"\r\nWhat could not be understood is kept in\r\n"_s + PutAside(std::move(found.file));
+        text += PutAside(std::move(found.file));
     else
         found.file->Remove();
     m_prompts.Message(text, kTitle, UserPrompts::Icon::Information);

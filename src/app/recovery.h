@@ -28,6 +28,7 @@ public:
 
 private:
     bool EndsTheOffer(FoundJournal &found);
+    void KeepRest(std::unique_ptr<BesideFile> journal);
     void KeepApart(FoundJournal &found);
     void TellOfFailure(const QString &reason);
 

@@ -71,10 +71,10 @@ CatalogDocument::LoadResult CatalogDocument::Load(const QString &path)
     return LoadResult::Loaded;
 }
 
-void CatalogDocument::Restore(const CatalogEdits &edits)
+bool CatalogDocument::Restore(const CatalogEdits &edits)
 {
     SetModified(true); // also by a part of them, when memory runs out
-    RestoreEdits(Catalog(), m_index, edits);
+    return RestoreEdits(Catalog(), m_index, edits);
 }
 
 CatalogEdit CatalogDocument::EditOf(pugi::xml_node listing) const

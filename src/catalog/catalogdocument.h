@@ -49,8 +49,8 @@ public:
     LoadResult Load(const QString &path);
 
     /// Does edits of an earlier run again, and counts the document as modified. To be called after Load, before anybody
-    /// looks at the document: nothing but the flag is signalled.
-    void Restore(const CatalogEdits &edits);
+    /// looks at the document: nothing but the flag is signalled. False when an edit made no sense.
+    bool Restore(const CatalogEdits &edits);
 
     /// What it takes to do again what was done to a listing or a list.
     CatalogEdit EditOf(pugi::xml_node listing) const;

@@ -64,15 +64,16 @@ void Journal::Begin(const QString &catalog)
     m_catalog = catalog;
 }
 
-/// The file itself goes on, so that there is never a second one with the same edits. A damaged one is written anew in
-/// its place.
+/// The file itself goes on, so that there is never a second one with the same edits. One that is not whole is written
+/// anew in its place.
 void Journal::GoOnWith(FoundJournal found)
 {
-    m_path = found.file->Target();
-    m_file = std::move(found.file);
     m_edits = std::move(found.contents.edits);
+    m_isWhole = found.file && found.contents.isWhole;
+    if (found.file)
+        m_path = found.file->Target();
+    m_file = std::move(found.file);
     m_firstSize = m_size = QFileInfo(m_path).size();
-    m_isWhole = found.contents.isWhole;
     m_isFlushed = false;
     Flush();
 }
@@ -143,8 +144,8 @@ void Journal::WriteAll()
     for (const CatalogEdit &edit : m_edits.All())
         bytes += JournalRecord(edit, {});
     auto file = std::make_unique<BesideFile>(m_path, BesideFile::Rights::OwnerOnly);
-    file->Write(bytes.constData(), bytes.size());
     file->CheckHeld(); // else other windows would offer these edits, or nobody ever
+    file->Write(bytes.constData(), bytes.size());
     if (m_file)
         file->PlaceOver(*m_file);
     else
@@ -196,7 +197,7 @@ void LeaveOutSaved(JournalContents &contents, quint64 digest)
     contents.isWhole = false; // of what is left
 }
 
-/// Nothing when another process holds it, or it tells nothing.
+/// Nothing when another process holds it, or nothing was ever in it.
 std::optional<FoundJournal> FindJournal(const QString &path, quint64 digest)
 {
     auto file = BesideFile::Hold(path);
@@ -205,9 +206,9 @@ std::optional<FoundJournal> FindJournal(const QString &path, quint64 digest)
     const QByteArray bytes = ReadWholeFile(path);
     if (IsOfLaterFormat(bytes))
         return std::nullopt;
-    auto contents = ReadJournal(bytes).value_or(JournalContents());
+    auto contents = ReadJournal(bytes);
     LeaveOutSaved(contents, digest);
-    if (!contents.edits.IsEmpty())
+    if (!contents.edits.IsEmpty() || contents.isDamaged)
         return FoundJournal{std::move(file), std::move(contents)};
     file->Remove();
     return std::nullopt;
@@ -224,7 +225,7 @@ std::vector<FoundJournal> FindJournals(const QString &catalog, quint64 digest)
     for (const QString &name : folder.entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Time)) {
         Guarded("Journal", "FindJournals", [&] {
             auto found = FindJournal(InFolder(RecoveryFolder(), name), digest);
-            if (found && found->contents.catalog == catalog)
+            if (found && (found->contents.catalog.isEmpty() || found->contents.catalog == catalog))
                 journals.push_back(std::move(*found));
         });
     }

@@ -18,7 +18,8 @@ struct FoundJournal
 };
 
 /// The journals of a catalog that earlier runs have left, the newest first. Those that tell nothing which the catalog
-/// of that content does not have are removed. What cannot be read is reported.
+/// of that content does not have are removed; of a damaged one there may be no edits left. What cannot be read is
+/// reported.
 std::vector<FoundJournal> FindJournals(const QString &catalog, quint64 digest);
 
 /// Keeps a document's edits on the disk as long as they are not saved, so that they outlive the program. The file is
@@ -34,7 +35,7 @@ public:
     /// From now on the document is that of a file, told by its canonical path.
     void Begin(const QString &catalog);
 
-    /// Goes on with a journal whose edits were restored.
+    /// Goes on with a journal whose edits were restored; in a new file when it comes without one.
     void GoOnWith(FoundJournal found);
 
     /// Writes to the disk what the system still holds back. Nothing to do is nothing.

@@ -4,6 +4,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QtEndian>
 
 #include <algorithm>
 #include <utility>
@@ -40,13 +41,43 @@ QByteArray Record(const Values &...values)
     return Packed(ContentDigest(content), content);
 }
 
-/// The next record's content; nothing at the end, and when it is not whole.
-std::optional<QByteArray> NextRecord(QDataStream &stream)
+constexpr qsizetype kBeforeContent = sizeof(quint64) + sizeof(quint32); ///< the digest and the size of a record
+
+/// Where the record there would end; nothing when that is behind the end of all.
+std::optional<qsizetype> EndOfRecord(const QByteArray &bytes, qsizetype at)
 {
-    quint64 digest = 0;
-    QByteArray content;
-    const bool isWhole = Unpack(stream, digest, content) && digest == ContentDigest(content);
+    const qsizetype rest = bytes.size() - at - kBeforeContent;
+    if (rest < 0)
+        return std::nullopt;
+    const qsizetype size = qFromBigEndian<quint32>(bytes.constData() + at + sizeof(quint64));
+    return size <= rest ? std::optional(at + kBeforeContent + size) : std::nullopt;
+}
+
+/// The content of the record there, as long as the bytes are; nothing when it is not whole.
+std::optional<QByteArray> RecordAt(const QByteArray &bytes, qsizetype at)
+{
+    const auto end = EndOfRecord(bytes, at);
+    if (!end)
+        return std::nullopt;
+    const qsizetype from = at + kBeforeContent;
+    const auto content = QByteArray::fromRawData(bytes.constData() + from, *end - from);
+    const bool isWhole = qFromBigEndian<quint64>(bytes.constData() + at) == ContentDigest(content);
     return isWhole ? std::optional(content) : std::nullopt;
+}
+
+/// Whether these are no more than what a death in the middle of writing leaves: nothing that was ever written, or a
+/// record that was cut off. One whose size is damaged seems to be that too, but for the records behind it.
+bool IsCutOff(const QByteArray &rest)
+{
+    if (rest.count('\0') == rest.size())
+        return true;
+    if (EndOfRecord(rest, 0))
+        return false;
+    for (qsizetype at = 1; at < rest.size(); ++at) {
+        if (RecordAt(rest, at))
+            return false;
+    }
+    return true;
 }
 
 /// The edit of a record, its text made whole from that of the earlier edit; nothing for what no edit has.
@@ -66,6 +97,16 @@ std::optional<CatalogEdit> EditOf(const QByteArray &record, CatalogEdits &before
     edit.text = before.TakeText(edit); // not copied for each key that was typed
     edit.text.replace(start, edit.text.size() - start - end, middle);
     return edit;
+}
+
+bool TakeHead(JournalContents &contents, const QByteArray &head)
+{
+    QDataStream stream(head);
+    QByteArray catalog;
+    if (!Unpack(stream, catalog, contents.digest))
+        return false;
+    contents.catalog = QString::fromUtf8(catalog);
+    return true;
 }
 
 /// Takes up what a record tells; false when it makes no sense.
@@ -114,26 +155,21 @@ bool IsOfLaterFormat(const QByteArray &bytes)
     return bytes.startsWith(kAnyMark) && !bytes.startsWith(kMark) && !kMark.startsWith(bytes);
 }
 
-std::optional<JournalContents> ReadJournal(const QByteArray &bytes)
+JournalContents ReadJournal(const QByteArray &bytes)
 {
-    if (!bytes.startsWith(kMark))
-        return std::nullopt;
-    QDataStream stream(bytes);
-    stream.skipRawData(static_cast<int>(kMark.size()));
-    const auto head = NextRecord(stream);
-    if (!head)
-        return std::nullopt;
     JournalContents contents;
-    QByteArray catalog;
-    QDataStream headStream(*head);
-    if (!Unpack(headStream, catalog, contents.digest))
-        return std::nullopt;
-    contents.catalog = QString::fromUtf8(catalog);
-    while (!stream.atEnd()) {
-        const auto record = NextRecord(stream);
-        if (!record || !TakeRecord(contents, *record))
-            return contents;
-    }
-    contents.isWhole = true;
+    const bool isMarked = bytes.startsWith(kMark);
+    qsizetype at = isMarked ? kMark.size() : 0;
+    const auto takeNext = [&] {
+        const auto record = RecordAt(bytes, at);
+        if (!record || !(at == kMark.size() ? TakeHead(contents, *record) : TakeRecord(contents, *record)))
+            return false;
+        at += kBeforeContent + record->size();
+        return true;
+    };
+    while (isMarked && at < bytes.size() && takeNext())
+        ;
+    contents.isWhole = at == bytes.size() && !contents.catalog.isEmpty();
+    contents.isDamaged = !kMark.startsWith(bytes) && !IsCutOff(bytes.sliced(at));
     return contents;
 }

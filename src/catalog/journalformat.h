@@ -5,8 +5,6 @@
 #include <QByteArray>
 #include <QString>
 
-#include <optional>
-
 // A journal is a head and records behind it, each with its digest, so that a damaged one tells what is whole before the
 // damage.
 
@@ -18,7 +16,8 @@ struct JournalContents
     CatalogEdits edits;
     quint64 savedAs = 0;     ///< of the content that the last save was about to put in the catalog's place; 0: none was
     CatalogEdits laterEdits; ///< those that were made behind that save
-    bool isWhole = false;    ///< there is no damage
+    bool isWhole = false;    ///< all was read
+    bool isDamaged = false;  ///< more is lost than a record that was cut off at the end
 };
 
 /// The bytes with which a journal begins.
@@ -34,5 +33,5 @@ QByteArray SavingRecord(quint64 digest);
 /// Whether a later program wrote it, in a way of its own.
 bool IsOfLaterFormat(const QByteArray &bytes);
 
-/// Reads a journal up to its end or its first damage. Nothing when there is no whole head.
-std::optional<JournalContents> ReadJournal(const QByteArray &bytes);
+/// Reads a journal up to its end or its first damage. Without a whole head it tells nothing, not even a catalog.
+JournalContents ReadJournal(const QByteArray &bytes);

@@ -50,30 +50,33 @@ void CopyAttributes(pugi::xml_node from, pugi::xml_node to)
     }
 }
 
-void RestoreListing(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit &edit)
+/// False when the edit makes no sense, as below.
+bool RestoreListing(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit &edit)
 {
     const auto file = ParseListing(edit);
     if (!file)
-        return;
+        return false;
     const pugi::xml_node restored = file->document->document_element().first_child();
     pugi::xml_node listing = index.At(edit.id.constData(), edit.place);
     if (!listing) {
         index.Append(catalog.append_copy(restored));
-        return;
+        return true;
     }
     CopyAttributes(restored, listing);
     listing.remove_children();
     for (const pugi::xml_node child : restored.children())
         listing.append_copy(child);
+    return true;
 }
 
-void RestoreRemoval(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit &edit)
+/// A listing that was added and removed again is not there.
+bool RestoreRemoval(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit &edit)
 {
-    const pugi::xml_node listing = index.At(edit.id.constData(), edit.place);
-    if (!listing)
-        return;
-    index.Remove(listing);
-    catalog.remove_child(listing);
+    if (const pugi::xml_node listing = index.At(edit.id.constData(), edit.place)) {
+        index.Remove(listing);
+        catalog.remove_child(listing);
+    }
+    return true;
 }
 
 std::vector<QString> Texts(const CatalogEdit &edit)
@@ -84,7 +87,7 @@ std::vector<QString> Texts(const CatalogEdit &edit)
     return texts;
 }
 
-/// False when there is no such list. Only what differs is touched: entries that are alike at both ends stay what they
+/// Only what differs is touched: entries that are alike at both ends stay what they
 /// are.
 bool RestoreEntries(pugi::xml_node catalog, const CatalogEdit &edit)
 {
@@ -113,6 +116,19 @@ bool RestoreEntries(pugi::xml_node catalog, const CatalogEdit &edit)
     return true;
 }
 
+bool RestoreEdit(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdit &edit)
+{
+    switch (edit.kind) {
+    case CatalogEdit::Kind::Listing:
+        return RestoreListing(catalog, index, edit);
+    case CatalogEdit::Kind::Removal:
+        return RestoreRemoval(catalog, index, edit);
+    case CatalogEdit::Kind::Entries:
+        return RestoreEntries(catalog, edit);
+    }
+    return false;
+}
+
 bool GatherListing(pugi::xml_node catalog, const CatalogEdit &edit)
 {
     const auto file = ParseListing(edit);
@@ -121,22 +137,13 @@ bool GatherListing(pugi::xml_node catalog, const CatalogEdit &edit)
 
 } // namespace
 
-void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits)
+bool RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits)
 try {
-    for (const CatalogEdit &edit : edits.All()) {
-        switch (edit.kind) {
-        case CatalogEdit::Kind::Listing:
-            RestoreListing(catalog, index, edit);
-            break;
-        case CatalogEdit::Kind::Removal:
-            RestoreRemoval(catalog, index, edit);
-            break;
-        case CatalogEdit::Kind::Entries:
-            RestoreEntries(catalog, edit);
-            break;
-        }
-    }
+    bool all = true;
+    for (const CatalogEdit &edit : edits.All())
+        all = RestoreEdit(catalog, index, edit) && all;
     index.Build(catalog);
+    return all;
 } catch (...) {
     // What is gone must not be found.
     index.Build(catalog);

@@ -8,8 +8,8 @@ class CatalogEdits;
 class CatalogIndex;
 
 /// Does edits again to the catalog on which they were made. What they say is checked like a file: an edit that makes no
-/// sense is left out.
-void RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits);
+/// sense is left out. False when there was one.
+bool RestoreEdits(pugi::xml_node catalog, CatalogIndex &index, const CatalogEdits &edits);
 
 /// What a catalog that was made of edits alone does not have.
 struct NotGathered

@@ -1,4 +1,5 @@
 #include "commandline.h"
+#include "filecopy.h"
 #include "filesizelimit.h"
 #include "journalformat.h"
 #include "program.h"
@@ -6,8 +7,8 @@
 
 #include <QScopedValueRollback>
 #ifdef Q_OS_LINUX
-#include <sys/stat.h>
 #include <cerrno>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #endif
@@ -43,8 +44,8 @@ QByteArrayList Copies(const Program &program, const QString &folder)
 }
 
 bool g_keepsModes = true;
-int g_flushes = 0;
 bool g_hasLocks = true;
+int g_flushes = 0;
 
 QStringList Journals(const Program &program)
 {
@@ -86,13 +87,13 @@ extern "C" int fsync(int handle)
     return static_cast<int>(syscall(SYS_fsync, handle));
 }
 
-extern "C" int fchmod(int handle, mode_t mode) noexcept
 extern "C" int flock(int handle, int operation) noexcept
 {
     errno = ENOLCK;
     return g_hasLocks ? static_cast<int>(syscall(SYS_flock, handle, operation)) : -1;
 }
 
+extern "C" int fchmod(int handle, mode_t mode) noexcept
 {
     return g_keepsModes ? static_cast<int>(syscall(SYS_fchmod, handle, mode)) : -1;
 }
@@ -302,33 +303,43 @@ private slots:
         Program program(kLive);
         Die(program);
         const QString journal = u"Recovery/"_s + Journals(program)[0];
-        const QByteArray head = JournalHead(CanonicalPath(program.workspace->document.Path()), 1);
+        const QString catalog = CanonicalPath(program.workspace->document.Path());
         const auto listing = [](quint32 place) {
             return JournalRecord({CatalogEdit::Kind::Listing, "5", place, "<Item ID='5'/>"}, {});
         };
         const QByteArray removal = JournalRecord({CatalogEdit::Kind::Removal, "5", 0, {}}, {});
         const QByteArray emptied = JournalRecord({CatalogEdit::Kind::Entries, "WebSource", 0, {}}, {});
         const QByteArray senseless = JournalRecord({CatalogEdit::Kind::Listing, "1", 0, "<Item"}, {});
-        // The edits, and what is told: whether there is a catalog, a number of deletions, and a rest.
-        const std::vector<std::pair<QByteArray, std::array<bool, 3>>> rows = {
+        const QByteArray damage = QByteArray(12, '\0') + 'x';
+        // The edits, and what is told: whether there is a catalog, a number of deletions, and a rest. The last are
+        // those of the same content.
+        const std::vector<std::pair<QByteArray, std::array<bool, 4>>> rows = {
             {listing(0), {true, false, false}},
             {emptied, {false, true, false}},
             {listing(1) + removal + listing(0) + "x", {true, true, true}},
-            {senseless, {false, false, true}}};
+            {senseless, {false, false, true}},
+            {damage, {false, false, true}},
+            {listing(0) + damage, {false, false, true, true}},
+            {listing(0) + senseless, {false, false, true, true}}};
         for (const auto &[edits, told] : rows) {
-            program.folder.Write(journal, head + edits);
+            const QByteArray left = JournalHead(catalog, told[3] ? FileDigest(catalog).value() : 1) + edits;
+            program.folder.Write(journal, left);
+            if (told[3])
+                program.prompts.ExpectMessage(kRecovery, Answer::Yes);
             program.prompts.ExpectMessage(kRecovery);
             program.Start({u"Live.xml"_s});
-            QVERIFY(!program.Item("mnuFileSave")->isEnabled());
+            QCOMPARE(program.Item("mnuFileSave")->isEnabled(), told[3]);
             QStringList lines = program.prompts.LastAsked().text.split(u"\r\n"_s).mid(1);
             if (told[0])
                 QCOMPARE(ReadWholeFile(lines.takeFirst()).simplified(), "<Catalog> <Item ID=\"5\" /> </Catalog>");
             if (told[1])
                 QCOMPARE(lines.takeFirst(), u"Deletions that were not done again: 1"_s);
             if (told[2])
-                QCOMPARE(ReadWholeFile(lines.takeLast()), head + edits);
+                QCOMPARE(ReadWholeFile(lines.takeLast()), left);
             QCOMPARE(lines.size(), told[2] ? 1 : 0);
-            QCOMPARE(Journals(program).size(), 0);
+            QCOMPARE(Journals(program).size(), told[3] ? 1 : 0);
+            if (told[3])
+                program.Choose("mnuFileSave");
         }
         QCOMPARE(Copies(program, kRecovery).size(), 2);
     }
@@ -358,7 +369,13 @@ private slots:
             QCoreApplication::processEvents();
         }
         QVERIFY(QFile::remove(program.folder.Path(u"Recovery"_s)));
+#ifdef Q_OS_LINUX
+        const QScopedValueRollback<bool> hasNone(g_hasLocks, false);
         program.Enter("trv");
+        QCOMPARE(Journals(program).size(), 0);
+        g_hasLocks = true;
+#endif
+        program.Enter("txtVenue");
         QCOMPARE(Journals(program).size(), 1);
     }
 
@@ -369,13 +386,7 @@ private slots:
         program.Start({u"gone/Live.xml"_s});
         QVERIFY(QDir(program.folder.Path(u"gone"_s)).removeRecursively());
         program.Edit();
-#ifdef Q_OS_LINUX
-        const QScopedValueRollback<bool> hasNone(g_hasLocks, false);
         program.prompts.ExpectMessage(kSave, Answer::Yes);
-        QCOMPARE(Journals(program).size(), 0);
-        g_hasLocks = true;
-#endif
-        program.Enter("txtVenue");
         program.Choose("mnuFileOpenCatalog");
         QCOMPARE(program.failures.Names(), QStringList(u"frmMain.mnuFileSave_Click"_s));
         QCOMPARE(program.window->windowTitle(), kLiveTitle);
