@@ -156,12 +156,11 @@ NotGathered GatherEdits(pugi::xml_document &document, const CatalogEdits &edits)
     const pugi::xml_node catalog = document.append_child(Element::kCatalog);
     for (const CatalogEdit &edit : edits.All()) {
         const bool isList = edit.kind == CatalogEdit::Kind::Entries;
-        if (edit.kind == CatalogEdit::Kind::Removal)
-            ++rest.removals;
-        else if (!(isList ? RestoreEntries(catalog, edit) : GatherListing(catalog, edit)))
+        const bool isRemoval = edit.kind == CatalogEdit::Kind::Removal;
+        if (!isRemoval && !(isList ? RestoreEntries(catalog, edit) : GatherListing(catalog, edit)))
             ++rest.senseless;
-        else if (edit.text.isEmpty())
-            ++rest.removals; // of all that a list had
+        else if (isRemoval || edit.text.isEmpty())
+            ++rest.removals;
     }
     return rest;
 }
