@@ -111,6 +111,16 @@ QString Trigger(const Program &program, const char *name)
     return seen + (program.Item("mnuFileSave")->isEnabled() ? u" | modified"_s : u""_s);
 }
 
+/// How light the darkest spot of a widget is, from 0 to 255.
+int DarkestInk(QWidget &widget)
+{
+    const QImage shown = widget.grab().toImage();
+    int darkest = 255;
+    for (int i = 0; i < shown.width() * shown.height(); ++i)
+        darkest = std::min(darkest, qGray(shown.pixel(i % shown.width(), i / shown.width())));
+    return darkest;
+}
+
 } // namespace
 
 class TestFrmMain : public QObject
@@ -126,7 +136,9 @@ private slots:
         program.Start();
         QCOMPARE(program.prompts.LastAsked().text, ExecutableName() + u".chm was not found.  No help is available."_s);
         QCOMPARE(program.window->windowTitle(), u"Discbook"_s);
+        QCOMPARE(program.Field("fra").property("title"), u"Recording Information"_s);
         QVERIFY(!program.Tree()->isEnabled() && program.Hint().startsWith(u"No catalog is open."_s));
+        QVERIFY(DarkestInk(*program.Tree()->viewport()) < 140);
         for (const char *menu : {"mnuEdit", "mnuOptions", "mnuView", "mnuWebSources"})
             QVERIFY2(!program.Field(menu).isEnabled(), menu);
         QVERIFY(!program.Item("mnuFileSave")->isEnabled() && !program.Item("mnuHelpContents")->isEnabled());
@@ -150,10 +162,14 @@ private slots:
         Program program(kLive);
         QCOMPARE(program.window->windowTitle(), kTitle);
         QCOMPARE(program.Tree()->currentIndex().data().toString(), u"1994       ( 1 / 0 / 1 )"_s);
-        QVERIFY(program.Tree()->hasFocus());
+        QVERIFY(program.Tree()->hasFocus() && program.Tree()->isHeaderHidden());
         QCOMPARE(Text(program.window->menuBar()->actions()), QString::fromUtf8(kMenu));
+        QCOMPARE(program.Item("mnuFileMRU0")->toolTip(), program.workspace->document.Path());
+        QVERIFY(program.Field("mnuFile").property("toolTipsVisible").toBool());
         program.Choose("mnuWebSourcesOpen0");
-        QCOMPARE(program.prompts.Opened(), QStringList(u"https://example.org/?a=1&b=2"_s));
+        program.workspace->document.AddEntry(CatalogList::WebSources, u"b.org"_s);
+        program.Choose("mnuWebSourcesOpen1");
+        QCOMPARE(program.prompts.Opened(), QStringList({u"https://example.org/?a=1&b=2"_s, u"b.org"_s}));
         QCOMPARE(program.Hint(), QString());
         for (const char *item : {"mnuEditGroupsItem1", "mnuEditGroupsItem6", "mnuEditShowWrongDate", "mnuViewFilter1"})
             program.Choose(item);

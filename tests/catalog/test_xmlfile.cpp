@@ -63,7 +63,8 @@ private slots:
     void keepsContents()
     {
         const std::vector<std::pair<QByteArray, QByteArray>> contents = {
-            {"\r\n  <Item a='1'> \n </Item>\n\n<b>c</b>", "\n\t<Item a=\"1\" />\n\t<b>c</b>\n"},
+            {"\r\n  <Item ab='1'> \n </Item>\n\n<b ab='' ba=''>c</b>",
+             "\n\t<Item ab=\"1\" />\n\t<b ab=\"\" ba=\"\">c</b>\n"},
             {" <!--a-->\n <Item> <!--b--> <Notes>c</Notes> </Item>",
              "\n\t<!--a-->\n\t<Item>\n\t\t<!--b-->\n\t\t<Notes>c</Notes>\n\t</Item>\n"},
             {"&#32;<Item>&#10; </Item>", "\n\t<Item />\n"},

@@ -142,23 +142,18 @@ private slots:
         QTEST(states.join(u'|') + u'|', "states");
     }
 
-    void shiftedEnterIsALineBreak()
+    void textsOfABox()
     {
         NoteBox box(nullptr);
         QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
         QCOMPARE(box.Text(), u"\r\n"_s);
         box.SetText(u"שלום\r\nabc"_s);
         QCOMPARE(box.document()->defaultTextOption().alignment(), Qt::AlignRight);
-    }
-
-    void pictureLeavesTheSelection()
-    {
-        NoteBox box(nullptr);
-        box.SetText(u"abc"_s);
+        QCOMPARE(box.wordWrapMode(), QTextOption::WrapAtWordBoundaryOrAnywhere);
         box.selectAll();
         QGuiApplication::clipboard()->setImage(QImage(2, 2, QImage::Format_RGB32));
         box.paste();
-        QCOMPARE(box.Text(), u"abc"_s);
+        QCOMPARE(box.Text(), u"שלום\r\nabc"_s);
     }
 
     void focusOfAHiddenField_data()

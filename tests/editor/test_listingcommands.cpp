@@ -253,6 +253,8 @@ private slots:
         QCOMPARE(items.join(u'|'), u"<Don't Have>|&FLAC|&FLV|&MP3*|&R&&B"_s);
         w.mouse.mnuPopup().close();
         QTest::keyClick(&w.trv, Qt::Key_F10, Qt::ShiftModifier);
+        const QPoint corner = w.trv.visualRect(w.trv.currentIndex()).bottomLeft();
+        QCOMPARE(w.mouse.mnuPopup().pos(), w.trv.viewport()->mapToGlobal(corner));
         QVERIFY(w.mouse.mnuPopup().actions()[3]->actionGroup()->isExclusive());
         QTest::keyClick(&w.mouse.mnuPopup(), Qt::Key_R);
         QVERIFY(!w.mouse.mnuPopup().isVisible());

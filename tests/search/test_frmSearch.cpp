@@ -51,7 +51,7 @@ QString Shown(const Fixture &f)
     return texts.join(u'|');
 }
 
-const SearchCriteria kEverything{u"Concert"_s, 1997,     12,      3,       u"v"_s, u"c"_s, u"1.5"_s, u"s"_s,
+const SearchCriteria kEverything{u"Concert"_s, 1997,     12,      3,       u"v"_s, u"c"_s, u"0.5"_s, u"s"_s,
                                  u"A"_s,       u"MP3"_s, u"se"_s, u"st"_s, u"t"_s, u"n"_s, u"co"_s,  u"or"_s};
 
 } // namespace
@@ -116,7 +116,7 @@ private slots:
     void remembered_data()
     {
         Table<SearchCriteria, QString, bool>("criteria", "shown", "canSearch")
-            .Row("all", kEverything, u"Concert|1997|12|3|MP3|c|v|1.5|s|A|se|st|t|n|co"_s, true)
+            .Row("all", kEverything, u"Concert|1997|12|3|MP3|c|v|0.5|s|A|se|st|t|n|co"_s, true)
             .Row("nothing that the lists hold", {.type = u"concert"_s, .format = u"flac"_s}, u"||||||||||||||"_s, false)
             .Row("length 0", {.length = u"0.0"_s}, u"||||||||||||||"_s, false)
             .Row("none of the years", {.year = 1492}, u"|1492|||||||||||||"_s, true);
